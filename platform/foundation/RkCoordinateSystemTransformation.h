@@ -1,0 +1,57 @@
+#pragma once
+// A placement of one frame in another: a translation and an orientation. a * b applies b, then a.
+//   <desiredPlacement><translation>0.4 0 0.3</translation><orientation>1 0 0
+//   0</orientation></desiredPlacement>
+#include "xml/RkXmlCompoundType.h"
+#include "xml/RkXmlOrientation.h"
+#include "xml/RkXmlVector.h"
+
+namespace RkFoundCommon {
+extern const RkToken RkCoordinateSystemTransformationToken;
+extern const RkToken RkTranslationToken;
+extern const RkToken RkOrientationToken;
+}  // namespace RkFoundCommon
+
+class RkCoordinateSystemTransformation : public RkXmlCompoundType {
+ public:
+  // The identity.
+  RkCoordinateSystemTransformation() = default;
+  RkCoordinateSystemTransformation(const RkVector& translation, const RkOrientation& orientation)
+      : m_translation(translation), m_orientation(orientation) {}
+
+  const RkVector& translation() const { return m_translation; }
+  const RkOrientation& orientation() const { return m_orientation; }
+  void setTranslation(const RkVector& translation) { static_cast<RkVector&>(m_translation) = translation; }
+  void setOrientation(const RkOrientation& orientation) {
+    static_cast<RkOrientation&>(m_orientation) = orientation;
+  }
+
+  RkCoordinateSystemTransformation operator*(const RkCoordinateSystemTransformation& other) const;
+  // The point, given in the inner frame, expressed in the outer frame.
+  RkVector operator*(const RkVector& point) const { return m_orientation * point + m_translation; }
+  RkCoordinateSystemTransformation inverse() const;
+
+  bool operator==(const RkCoordinateSystemTransformation& other) const {
+    return m_translation == other.m_translation && m_orientation == other.m_orientation;
+  }
+  bool operator!=(const RkCoordinateSystemTransformation& other) const { return !(*this == other); }
+  // Translations within tolerance (length unit) and orientations within angleTolerance (radians).
+  bool approxEq(const RkCoordinateSystemTransformation& other, RkReal tolerance, RkReal angleTolerance) const;
+  bool approxEq(const RkCoordinateSystemTransformation& other, RkReal tolerance) const {
+    return approxEq(other, tolerance, tolerance);
+  }
+
+  RkBoolean equality(const RkXmlObject* other) const override;
+  RkXmlObject* newObject() const override { return new RkCoordinateSystemTransformation; }
+  RkXmlObject* clone() const override { return new RkCoordinateSystemTransformation(*this); }
+  const RkToken& token() const override { return classToken(); }
+  static const RkToken& classToken() { return RkFoundCommon::RkCoordinateSystemTransformationToken; }
+  static RkXmlObject* creator() { return new RkCoordinateSystemTransformation; }
+
+ protected:
+  void registerComponents() override;
+
+ private:
+  RkXmlVector m_translation;
+  RkXmlOrientation m_orientation;
+};

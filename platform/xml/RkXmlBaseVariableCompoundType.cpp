@@ -1,0 +1,210 @@
+#include "xml/RkXmlBaseVariableCompoundType.h"
+
+#include <dlfcn.h>
+#include <limits.h>
+#include <sys/stat.h>
+
+#include <cstdlib>
+#include <mutex>
+
+#include "foundation/RkPrint.h"
+#include "xml/RkXmlReader.h"
+#include "xml/RkXmlSchema.h"
+#include "xml/RkXmlTokens.h"
+#include "xml/RkXmlWriter.h"
+
+struct RkXmlBaseVariableCompoundType::Family {
+  bool built = false;
+  std::vector<std::pair<RkToken, Creator>> creators;
+};
+
+namespace {
+
+struct Registry {
+  std::mutex mutex;
+  std::map<RkToken, RkXmlBaseVariableCompoundType::Family*> families;
+};
+
+// Never destroyed, like the tokens it is keyed by.
+Registry& registry() {
+  static Registry* instance = new Registry;
+  return *instance;
+}
+
+// The family being built on this thread, so that registerComponentCreators adds to it without locking again.
+thread_local RkXmlBaseVariableCompoundType::Family* t_building = nullptr;
+
+void addCreator(RkXmlBaseVariableCompoundType::Family& family, const RkToken& classToken,
+                RkXmlBaseVariableCompoundType::Creator creator) {
+  for (auto& entry : family.creators) {
+    if (entry.first == classToken) {
+      entry.second = creator;
+      return;
+    }
+  }
+  family.creators.emplace_back(classToken, creator);
+}
+
+RkXmlBaseVariableCompoundType::Family& familyLocked(Registry& known, const RkToken& containerToken) {
+  auto*& family = known.families[containerToken];
+  if (!family) family = new RkXmlBaseVariableCompoundType::Family;
+  return *family;
+}
+
+}  // namespace
+
+RkXmlBaseVariableCompoundType::Family& RkXmlBaseVariableCompoundType::family() const {
+  Registry& known = registry();
+  std::lock_guard<std::mutex> lock(known.mutex);
+  Family& found = familyLocked(known, token());
+  if (!found.built) {
+    found.built = true;
+    t_building = &found;
+    const_cast<RkXmlBaseVariableCompoundType*>(this)->registerComponentCreators();
+    t_building = nullptr;
+  }
+  return found;
+}
+
+void RkXmlBaseVariableCompoundType::registerComponentCreator(const RkToken& classToken, Creator creator) {
+  if (t_building) {
+    addCreator(*t_building, classToken, creator);
+    return;
+  }
+  Family& own = family();
+  std::lock_guard<std::mutex> lock(registry().mutex);
+  addCreator(own, classToken, creator);
+}
+
+void RkXmlBaseVariableCompoundType::registerFamilyCreator(const RkToken& containerToken,
+                                                          const RkToken& classToken, Creator creator) {
+  Registry& known = registry();
+  std::lock_guard<std::mutex> lock(known.mutex);
+  addCreator(familyLocked(known, containerToken), classToken, creator);
+}
+
+RkXmlObject* RkXmlBaseVariableCompoundType::newObjectFromToken(const RkToken& classToken) const {
+  Family& own = family();
+  Creator creator = nullptr;
+  {
+    std::lock_guard<std::mutex> lock(registry().mutex);
+    for (const auto& entry : own.creators) {
+      if (entry.first == classToken) creator = entry.second;
+    }
+  }
+  return creator ? creator() : nullptr;
+}
+
+std::vector<std::pair<RkToken, RkXmlBaseVariableCompoundType::Creator>>
+RkXmlBaseVariableCompoundType::creatorMap() const {
+  Family& own = family();
+  std::lock_guard<std::mutex> lock(registry().mutex);
+  return own.creators;
+}
+
+RkBoolean RkXmlBaseVariableCompoundType::read(RkXmlReader& reader) {
+  if (!RkXmlObject::read(reader)) return false;
+  if (reader.nodeKind() == RkXmlNodeKind::EmptyElement) return true;
+  const int childDepth = reader.depth() + 1;
+  RkBoolean result = true;
+  while (true) {
+    const RkXmlNodeKind kind = reader.advance();
+    if (kind == RkXmlNodeKind::Text) continue;
+    if (kind != RkXmlNodeKind::StartElement && kind != RkXmlNodeKind::EmptyElement) break;
+    const RkToken tag = reader.tag();
+    result = readValueFromToken(tag, reader) && result;
+    reader.finishElement(childDepth);
+  }
+  return result && !reader.failed();
+}
+
+RkBoolean RkXmlBaseVariableCompoundType::write(RkXmlWriter& writer) const {
+  if (m_addLibraries.size() == 0) return true;
+  writer.openElement(RkXml::RkAddLibrariesToken);
+  const RkBoolean result = m_addLibraries.write(writer);
+  writer.closeElement();
+  return result;
+}
+
+void RkXmlBaseVariableCompoundType::writeSchema(RkXmlSchema& schema) const {
+  RkXmlObject::writeSchema(schema);
+  schema.openElement(RkXml::RkAddLibrariesToken, RkXmlOccurrence::Optional);
+  m_addLibraries.writeSchema(schema);
+  schema.closeElement();
+  const auto creators = creatorMap();
+  if (creators.empty()) return;
+  schema.openChoice(RkXmlOccurrence::Optional);
+  for (const auto& entry : creators) {
+    RkXmlObject* prototype = entry.second();
+    schema.openElement(entry.first, RkXmlOccurrence::Once);
+    if (prototype) prototype->writeSchema(schema);
+    schema.closeElement();
+    delete prototype;
+  }
+  schema.closeChoice();
+}
+
+namespace {
+
+// Loads one library by bare name from the first plug-in directory that holds it, refusing files that
+// resolve outside that directory or that others than the owner may change.
+bool loadPlugin(const std::string& name, const std::string& searchPath) {
+  const char* origin = "RkXmlBaseVariableCompoundType::processLibraries";
+  if (name.empty() || name == "." || name == ".." || name.find('/') != std::string::npos) {
+    Rk::Print::writeFrom(origin, 4, "%s: \"%s\" is not a bare library name; not loaded\n", origin,
+                         name.c_str());
+    return false;
+  }
+  std::size_t begin = 0;
+  while (begin <= searchPath.size()) {
+    std::size_t end = searchPath.find(':', begin);
+    if (end == std::string::npos) end = searchPath.size();
+    const std::string directory = searchPath.substr(begin, end - begin);
+    begin = end + 1;
+    char realDirectory[PATH_MAX], realFile[PATH_MAX];
+    if (directory.empty() || !realpath(directory.c_str(), realDirectory)) continue;
+    const std::string candidate = directory + "/" + name;
+    if (!realpath(candidate.c_str(), realFile)) continue;
+    const std::string inside = std::string(realDirectory) + "/";
+    if (std::string(realFile).compare(0, inside.size(), inside) != 0) {
+      Rk::Print::writeFrom(origin, 4, "%s: %s resolves outside %s; not loaded\n", origin, candidate.c_str(),
+                           realDirectory);
+      return false;
+    }
+    struct stat status;
+    if (stat(realFile, &status) != 0 || !S_ISREG(status.st_mode)) continue;
+    if (status.st_mode & (S_IWGRP | S_IWOTH)) {
+      Rk::Print::writeFrom(origin, 4, "%s: %s is group- or world-writable; not loaded\n", origin, realFile);
+      return false;
+    }
+    if (!dlopen(realFile, RTLD_NOW | RTLD_LOCAL)) {
+      const char* reason = dlerror();
+      Rk::Print::writeFrom(origin, 4, "%s: %s\n", origin, reason ? reason : realFile);
+      return false;
+    }
+    return true;
+  }
+  Rk::Print::writeFrom(origin, 4, "%s: \"%s\" is in no directory of RK_PLUGIN_PATH; not loaded\n", origin,
+                       name.c_str());
+  return false;
+}
+
+}  // namespace
+
+RkBoolean RkXmlBaseVariableCompoundType::processLibraries() {
+  if (m_addLibraries.size() == 0) return true;
+  const char* searchPath = std::getenv("RK_PLUGIN_PATH");
+  if (!searchPath || !*searchPath) {
+    Rk::Print::write(
+        4,
+        "RkXmlBaseVariableCompoundType::processLibraries: RK_PLUGIN_PATH is not set, so no plug-in "
+        "library is loaded (the document names %u, first \"%s\")\n",
+        m_addLibraries.size(), m_addLibraries[0].value().c_str());
+    return false;
+  }
+  RkBoolean result = true;
+  for (RkU32 i = 0; i < m_addLibraries.size(); ++i) {
+    result = loadPlugin(m_addLibraries[i].value(), searchPath) && result;
+  }
+  return result;
+}

@@ -1,0 +1,103 @@
+#pragma once
+// A pull reader over libxml2's text reader, hardened for untrusted files: no DTD, no entities, no network,
+// and caps on size, depth and text length. A read stands on an element's start tag and ends on its end tag.
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "foundation/RkTypes.h"
+#include "xml/RkToken.h"
+
+class RkXmlObject;
+
+enum class RkXmlNodeKind { StartElement, EmptyElement, EndElement, Text, EndOfDocument, Error };
+
+class RkXmlReader {
+ public:
+  // Makes a new object for a tag that no creator knows, or returns null.
+  typedef RkXmlObject* (*ObjectFactory)(const RkToken& tag);
+
+  static constexpr std::size_t kMaxDocumentBytes = 64u << 20;
+  static constexpr std::size_t kMaxTextBytes = 8u << 20;
+  static constexpr int kMaxDepth = 128;
+
+  // Reads a whole document into object, whose token must name the root element. A document that is not
+  // well-formed or breaks a limit prints one line naming the file, the line and the reason.
+  static RkBoolean readFile(const std::string& path, RkXmlObject& object, ObjectFactory fallback = nullptr);
+  static RkBoolean readString(std::string_view document, RkXmlObject& object,
+                              const std::string& name = "(string)", ObjectFactory fallback = nullptr);
+  // Reads a whole document into a new object that factory makes from the root tag (null on failure).
+  static RkXmlObject* readFileAny(const std::string& path, ObjectFactory factory);
+
+  ~RkXmlReader();
+  RkXmlReader(const RkXmlReader&) = delete;
+  RkXmlReader& operator=(const RkXmlReader&) = delete;
+
+  RkXmlNodeKind nodeKind() const { return m_kind; }
+  // Moves to the next element, end tag or text, skipping comments, instructions and white space.
+  RkXmlNodeKind advance();
+  // The tag of the current element (start, empty or end).
+  const RkToken& tag();
+  int depth() const { return m_depth; }
+
+  RkU32 attributeCount();
+  const RkToken& attributeName(RkU32 index);
+  const std::string& attributeValue(RkU32 index);
+
+  // From a start tag, collects the element's text and leaves the reader on its end tag. A child element
+  // inside is skipped and reported; the result is then false.
+  RkBoolean readElementText(std::string& text);
+
+  // Data mode: the items of a group element's text, one per basic value. Called on the group's start tag;
+  // collects its text, leaves the reader on its end tag and returns false when it holds no text.
+  RkBoolean enterDataMode();
+  RkBoolean inDataMode() const { return m_dataMode; }
+  RkBoolean moreData();
+  // The next item, quotes included; empty when none is left.
+  std::string_view nextDataItem();
+  void leaveDataMode() { m_dataMode = false; }
+  // How many items nextDataItem has handed out so far.
+  std::size_t dataItemsTaken() const { return m_dataItemsTaken; }
+
+  // Moves forward to the end of the element at depth (its end tag, or the empty element itself).
+  void finishElement(int depth);
+
+  const std::string& fileName() const { return m_fileName; }
+  int lineNumber() const;
+  ObjectFactory fallbackFactory() const { return m_fallback; }
+  void setFallbackFactory(ObjectFactory factory) { m_fallback = factory; }
+
+  // Reports a problem with the content at the current line: one level-4 line naming file and line.
+  void contentError(const char* format, ...) __attribute__((format(printf, 2, 3)));
+  // True once the document proved malformed or broke a limit; reading stops then.
+  RkBoolean failed() const { return m_failed; }
+
+ private:
+  RkXmlReader(std::string_view document, const std::string& name, ObjectFactory fallback);
+  static RkBoolean readRoot(RkXmlReader& reader, RkXmlObject* object, ObjectFactory factory,
+                            RkXmlObject** made);
+  void fail(int line, const std::string& reason);
+  void collectAttributes();
+  static void structuredError(void* context, struct _xmlError* error);
+
+  struct _xmlTextReader* m_reader;
+  std::string m_fileName;
+  ObjectFactory m_fallback;
+  RkXmlNodeKind m_kind;
+  int m_depth;
+  bool m_tagKnown;
+  RkToken m_tag;
+  bool m_attributesKnown;
+  std::vector<RkToken> m_attributeNames;
+  std::vector<std::string> m_attributeValues;
+  std::unordered_map<std::string_view, RkToken> m_tagCache;
+  std::vector<std::string> m_tagCacheKeys;
+  bool m_dataMode;
+  std::string m_data;
+  std::size_t m_dataPosition;
+  std::size_t m_dataItemsTaken;
+  bool m_failed;
+  int m_failedLine;
+  std::string m_failure;
+};

@@ -1,0 +1,291 @@
+#include "xml/RkXmlSchema.h"
+
+#include "xml/RkXmlObject.h"
+#include "xml/RkXmlTokens.h"
+
+struct RkXmlSchema::Node {
+  std::string name;  // empty for a choice
+  RkXmlOccurrence occurrence = RkXmlOccurrence::Once;
+  bool choice = false;
+  std::string typeName;  // a named complex type or a simple type
+  std::unique_ptr<Content> content;
+  std::vector<std::unique_ptr<Node>> alternatives;
+};
+
+struct RkXmlSchema::Content {
+  bool all = false;
+  std::string simpleType;
+  std::vector<std::string> enumeration;
+  bool hasEnumeration = false;
+  std::vector<std::unique_ptr<Node>> particles;
+  std::vector<std::pair<std::string, std::string>> attributes;
+};
+
+// Where declarations go: an open element (its content made on demand), a named type, or a choice.
+struct RkXmlSchema::Context {
+  Node* element;
+  Content* content;
+  Node* choice;
+};
+
+namespace {
+
+std::string qualified(const std::string& type) {
+  return type.compare(0, 3, "xs:") == 0 ? type : "rk:" + type;
+}
+
+void appendEscaped(std::string& out, const std::string& text) {
+  for (char c : text) {
+    switch (c) {
+      case '&':
+        out += "&amp;";
+        break;
+      case '<':
+        out += "&lt;";
+        break;
+      case '"':
+        out += "&quot;";
+        break;
+      default:
+        out += c;
+    }
+  }
+}
+
+void indent(std::string& out, int depth) {
+  out.append(2 * depth, ' ');
+}
+
+const char* occurrenceText(RkXmlOccurrence occurrence) {
+  switch (occurrence) {
+    case RkXmlOccurrence::Optional:
+      return " minOccurs=\"0\"";
+    case RkXmlOccurrence::Many:
+      return " minOccurs=\"0\" maxOccurs=\"unbounded\"";
+    default:
+      return "";
+  }
+}
+
+}  // namespace
+
+RkXmlSchema::RkXmlSchema() : m_roots(new Content) {
+  m_contexts.push_back({nullptr, m_roots.get(), nullptr});
+}
+
+RkXmlSchema::~RkXmlSchema() = default;
+
+RkXmlSchema::Content& RkXmlSchema::currentContent() {
+  Context& context = m_contexts.back();
+  if (!context.content) {
+    context.element->content.reset(new Content);
+    context.content = context.element->content.get();
+  }
+  return *context.content;
+}
+
+RkXmlSchema::Node& RkXmlSchema::addParticle(const std::string& name, RkXmlOccurrence occurrence,
+                                            bool choice) {
+  std::unique_ptr<Node> node(new Node);
+  node->name = name;
+  node->occurrence = occurrence;
+  node->choice = choice;
+  Node* made = node.get();
+  Context& context = m_contexts.back();
+  if (context.choice) {
+    context.choice->alternatives.push_back(std::move(node));
+  } else {
+    currentContent().particles.push_back(std::move(node));
+  }
+  return *made;
+}
+
+void RkXmlSchema::openElement(const RkToken& tag, RkXmlOccurrence occurrence) {
+  Node& node = addParticle(std::string(tag.localName()), occurrence, false);
+  m_contexts.push_back({&node, nullptr, nullptr});
+}
+
+void RkXmlSchema::closeElement() {
+  if (m_contexts.size() > 1) m_contexts.pop_back();
+}
+
+void RkXmlSchema::textContent(const std::string& simpleType) {
+  Context& context = m_contexts.back();
+  if (context.element && !context.content && context.element->typeName.empty()) {
+    context.element->typeName = simpleType;
+  } else {
+    currentContent().simpleType = simpleType;
+  }
+}
+
+void RkXmlSchema::textEnumeration(const std::vector<std::string>& values) {
+  Content& content = currentContent();
+  content.hasEnumeration = true;
+  content.enumeration = values;
+}
+
+void RkXmlSchema::attribute(const RkToken& name, const std::string& simpleType) {
+  currentContent().attributes.emplace_back(std::string(name.localName()), simpleType);
+}
+
+void RkXmlSchema::useAllGroup() {
+  currentContent().all = true;
+}
+
+void RkXmlSchema::openChoice(RkXmlOccurrence occurrence) {
+  Node& node = addParticle(std::string(), occurrence, true);
+  m_contexts.push_back({nullptr, nullptr, &node});
+}
+
+void RkXmlSchema::closeChoice() {
+  closeElement();
+}
+
+bool RkXmlSchema::beginNamedType(const std::string& name) {
+  Context& context = m_contexts.back();
+  if (context.element) context.element->typeName = name;
+  if (!m_typeNames.insert(name).second) return false;
+  m_namedTypes.emplace_back(name, std::unique_ptr<Content>(new Content));
+  m_contexts.push_back({nullptr, m_namedTypes.back().second.get(), nullptr});
+  return true;
+}
+
+void RkXmlSchema::endNamedType() {
+  closeElement();
+}
+
+void RkXmlSchema::addRoot(const RkXmlObject& object) {
+  m_contexts.resize(1);
+  openElement(object.token(), RkXmlOccurrence::Once);
+  object.writeSchema(*this);
+  closeElement();
+}
+
+namespace {
+
+template <class Node, class Content>
+void printContent(std::string& out, const Content& content, int depth);
+
+template <class Node, class Content>
+void printElement(std::string& out, const Node& node, int depth) {
+  indent(out, depth);
+  if (node.choice) {
+    out += "<xs:choice";
+    out += occurrenceText(node.occurrence);
+    out += ">\n";
+    for (const auto& alternative : node.alternatives)
+      printElement<Node, Content>(out, *alternative, depth + 1);
+    indent(out, depth);
+    out += "</xs:choice>\n";
+    return;
+  }
+  out += "<xs:element name=\"";
+  appendEscaped(out, node.name);
+  out += '"';
+  out += occurrenceText(node.occurrence);
+  if (!node.typeName.empty()) {
+    out += " type=\"" + qualified(node.typeName) + "\"/>\n";
+    return;
+  }
+  out += ">\n";
+  if (node.content && node.content->hasEnumeration && node.content->attributes.empty()) {
+    indent(out, depth + 1);
+    out += "<xs:simpleType>\n";
+    indent(out, depth + 2);
+    out += "<xs:restriction base=\"xs:string\">\n";
+    for (const std::string& value : node.content->enumeration) {
+      indent(out, depth + 3);
+      out += "<xs:enumeration value=\"";
+      appendEscaped(out, value);
+      out += "\"/>\n";
+    }
+    indent(out, depth + 2);
+    out += "</xs:restriction>\n";
+    indent(out, depth + 1);
+    out += "</xs:simpleType>\n";
+  } else {
+    indent(out, depth + 1);
+    out += "<xs:complexType>\n";
+    if (node.content) printContent<Node, Content>(out, *node.content, depth + 2);
+    indent(out, depth + 1);
+    out += "</xs:complexType>\n";
+  }
+  indent(out, depth);
+  out += "</xs:element>\n";
+}
+
+template <class Node, class Content>
+void printContent(std::string& out, const Content& content, int depth) {
+  if (!content.simpleType.empty()) {
+    indent(out, depth);
+    out += "<xs:simpleContent>\n";
+    indent(out, depth + 1);
+    out += "<xs:extension base=\"" + qualified(content.simpleType) + "\">\n";
+  } else if (!content.particles.empty()) {
+    indent(out, depth);
+    out += content.all ? "<xs:all>\n" : "<xs:sequence>\n";
+    for (const auto& particle : content.particles) printElement<Node, Content>(out, *particle, depth + 1);
+    indent(out, depth);
+    out += content.all ? "</xs:all>\n" : "</xs:sequence>\n";
+  }
+  const int attributeDepth = content.simpleType.empty() ? depth : depth + 2;
+  for (const auto& attribute : content.attributes) {
+    indent(out, attributeDepth);
+    out += "<xs:attribute name=\"" + attribute.first + "\" type=\"" + qualified(attribute.second) + "\"/>\n";
+  }
+  if (!content.simpleType.empty()) {
+    indent(out, depth + 1);
+    out += "</xs:extension>\n";
+    indent(out, depth);
+    out += "</xs:simpleContent>\n";
+  }
+}
+
+}  // namespace
+
+std::string RkXmlSchema::text() const {
+  const std::string ns = RkXml::RkNamespaceUri;
+  std::string out =
+      "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+      "<xs:schema xmlns:xs=\"http://www.w3.org/2001/XMLSchema\" xmlns:rk=\"" +
+      ns + "\" targetNamespace=\"" + ns +
+      "\" elementFormDefault=\"qualified\">\n"
+      "  <xs:simpleType name=\"rkReal\">\n"
+      "    <xs:union memberTypes=\"xs:double\">\n"
+      "      <xs:simpleType>\n"
+      "        <xs:restriction base=\"xs:string\">\n"
+      "          <xs:enumeration value=\"nan\"/>\n"
+      "          <xs:enumeration value=\"inf\"/>\n"
+      "          <xs:enumeration value=\"-inf\"/>\n"
+      "        </xs:restriction>\n"
+      "      </xs:simpleType>\n"
+      "    </xs:union>\n"
+      "  </xs:simpleType>\n"
+      "  <xs:simpleType name=\"rkRealList\">\n"
+      "    <xs:list itemType=\"rk:rkReal\"/>\n"
+      "  </xs:simpleType>\n"
+      "  <xs:simpleType name=\"rkVector3\">\n"
+      "    <xs:restriction base=\"rk:rkRealList\">\n"
+      "      <xs:length value=\"3\"/>\n"
+      "    </xs:restriction>\n"
+      "  </xs:simpleType>\n"
+      "  <xs:simpleType name=\"rkQuaternion\">\n"
+      "    <xs:restriction base=\"rk:rkRealList\">\n"
+      "      <xs:length value=\"4\"/>\n"
+      "    </xs:restriction>\n"
+      "  </xs:simpleType>\n";
+  for (const auto& root : m_roots->particles) printElement<Node, Content>(out, *root, 1);
+  for (const auto& named : m_namedTypes) {
+    out += "  <xs:complexType name=\"" + named.first + "\">\n";
+    printContent<Node, Content>(out, *named.second, 2);
+    out += "  </xs:complexType>\n";
+  }
+  out += "</xs:schema>\n";
+  return out;
+}
+
+std::string RkXmlSchema::writeString(const RkXmlObject& object) {
+  RkXmlSchema schema;
+  schema.addRoot(object);
+  return schema.text();
+}

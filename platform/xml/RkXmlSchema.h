@@ -1,0 +1,61 @@
+#pragma once
+// Builds an XML Schema (XSD) of the documents that objects write. Each object's writeSchema declares its
+// content into the element the schema has open; compound classes become named types, which also ends
+// recursion (a sequence holding frames holding sequences).
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "xml/RkToken.h"
+
+class RkXmlObject;
+
+// How often a declared element may occur: 0 or 1, exactly 1, or any number.
+enum class RkXmlOccurrence { Optional = 0, Once = 1, Many = 2 };
+
+class RkXmlSchema {
+ public:
+  RkXmlSchema();
+  ~RkXmlSchema();
+  RkXmlSchema(const RkXmlSchema&) = delete;
+  RkXmlSchema& operator=(const RkXmlSchema&) = delete;
+
+  // Declares a top-level element for object (named by its token) and every type it needs.
+  void addRoot(const RkXmlObject& object);
+  // The XSD document.
+  std::string text() const;
+  // The XSD of the documents whose root is object.
+  static std::string writeString(const RkXmlObject& object);
+
+  // Declares a child element of the content being declared; its own content follows until closeElement.
+  void openElement(const RkToken& tag, RkXmlOccurrence occurrence);
+  void closeElement();
+  // The open element holds text of a simple type ("xs:string", "rkReal", ...).
+  void textContent(const std::string& simpleType);
+  // The open element holds one of these strings.
+  void textEnumeration(const std::vector<std::string>& values);
+  // The open element (or named type) has an unqualified attribute.
+  void attribute(const RkToken& name, const std::string& simpleType);
+  // The open element's children may come in any order (each at most once).
+  void useAllGroup();
+  // Children declared until closeChoice are alternatives.
+  void openChoice(RkXmlOccurrence occurrence);
+  void closeChoice();
+  // Gives the open element the named complex type. True when the type is new: its content must be declared
+  // now, closed by endNamedType; false when it exists already (nothing more to declare).
+  bool beginNamedType(const std::string& name);
+  void endNamedType();
+
+ private:
+  struct Node;
+  struct Content;
+  struct Context;
+  Content& currentContent();
+  Node& addParticle(const std::string& name, RkXmlOccurrence occurrence, bool choice);
+
+  std::unique_ptr<Content> m_roots;
+  std::vector<std::pair<std::string, std::unique_ptr<Content>>> m_namedTypes;
+  std::set<std::string> m_typeNames;
+  std::vector<Context> m_contexts;
+};
