@@ -1,5 +1,7 @@
 #include "foundation/RkOrientation.h"
 
+#include <Eigen/SVD>
+
 #include <cmath>
 
 namespace {
@@ -31,7 +33,16 @@ void RkOrientation::setFromDcmRows(const RkVector& row0, const RkVector& row1, c
   m.row(0) = row0.eigen().transpose();
   m.row(1) = row1.eigen().transpose();
   m.row(2) = row2.eigen().transpose();
-  m_value = normalizedOrIdentity(Eigen::Quaterniond(m));
+  // The nearest rotation to the given rows (polar decomposition), so scaled or slightly skewed rows still
+  // give the orientation they describe.
+  const Eigen::JacobiSVD<Eigen::Matrix3d> svd(m, Eigen::ComputeFullU | Eigen::ComputeFullV);
+  Eigen::Matrix3d rotation = svd.matrixU() * svd.matrixV().transpose();
+  if (rotation.determinant() < 0.0) {
+    Eigen::Matrix3d u = svd.matrixU();
+    u.col(2) = -u.col(2);
+    rotation = u * svd.matrixV().transpose();
+  }
+  m_value = normalizedOrIdentity(Eigen::Quaterniond(rotation));
 }
 
 RkOrientation RkOrientation::interpolation(const RkOrientation& from, const RkOrientation& to, RkReal s) {

@@ -38,7 +38,9 @@ RkBoolean RkXmlCompoundType::read(RkXmlReader& reader) {
   RkBoolean result = true;
   for (RkU32 i = 0, count = reader.attributeCount(); i < count; ++i) {
     for (const Component& field : fields) {
-      if (field.kind == ComponentKind::Attribute && field.tag == reader.attributeName(i)) {
+      // Attributes are unqualified: they match by local name.
+      if (field.kind == ComponentKind::Attribute &&
+          field.tag.localName() == reader.attributeName(i).localName()) {
         RkXmlTextType* text = static_cast<RkXmlTextType*>(field.object);
         if (!text->parseText(reader.attributeValue(i))) {
           reader.contentError("attribute %s=\"%s\" is not %s", field.tag.c_str(),
