@@ -1,0 +1,28 @@
+#include "control/RkFrameEndEffector.h"
+
+#include <cmath>
+
+#include "control/RkControlTokens.h"
+
+RkReal RkFrameEndEffector::placementError(const RkCoordinateSystemTransformation& actual,
+                                          const RkCoordinateSystemTransformation& goal) const {
+  RkReal angle = 0.0;
+  RkVector axis;
+  RkOrientation::angleAxisBetween(actual.orientation(), goal.orientation(), angle, axis);
+  const RkReal turn = m_orientationWeightLength * angle;
+  return std::sqrt((actual.translation() - goal.translation()).squaredNorm() + turn * turn);
+}
+
+RkBoolean RkFrameEndEffector::equality(const RkXmlObject* other) const {
+  const auto* same = dynamic_cast<const RkFrameEndEffector*>(other);
+  return same && *this == *same;
+}
+
+const RkToken& RkFrameEndEffector::classToken() {
+  return RkControl::RkFrameEndEffectorToken;
+}
+
+void RkFrameEndEffector::registerComponents() {
+  RkEndEffector::registerComponents();
+  registerComponent(RkControl::RkOrientationWeightLengthToken, &m_orientationWeightLength);
+}

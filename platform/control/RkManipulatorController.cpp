@@ -1,0 +1,4 @@
+#include "control/RkManipulatorController.h"
+
+// Defined here so that the class's type information and virtual table live in this library.
+RkManipulatorController::~RkManipulatorController() = default;

@@ -1,0 +1,4 @@
+#include "control/RkPositionControlSystem.h"
+
+// Defined here so that the class's type information and virtual table live in this library.
+RkPositionControlSystem::~RkPositionControlSystem() = default;
