@@ -1,0 +1,68 @@
+#include "manipulator/RkIndividualManipulator.h"
+
+#include "foundation/RkPrint.h"
+#include "manipulator/RkManipulatorActivePositionState.h"
+#include "manipulator/RkManipulatorTokens.h"
+
+const RkManipulatorLink* RkIndividualManipulator::link(const std::string& identifier) const {
+  const RkU32 index = findLink(identifier);
+  if (index < m_links.size()) return &m_links[index];
+  Rk::Print::write(4, "RkIndividualManipulator::link: manipulator \"%s\" has no link \"%s\"\n",
+                   name().c_str(), identifier.c_str());
+  return nullptr;
+}
+
+RkCoordinateSystemTransformation RkIndividualManipulator::manipulatorFrame(
+    const RkManipulatorActivePositionState& state) const {
+  return state.positionState().basePlacement() * m_basePlacement;
+}
+
+const RkCoordinateSystemTransformation* RkIndividualManipulator::primaryFrame(
+    const std::string& linkIdentifier, const RkManipulatorActivePositionState& state) const {
+  const RkU32 index = linkForState("primaryFrame", linkIdentifier, state);
+  return index < m_links.size() ? state.primaryFrame(index) : nullptr;
+}
+
+const RkCoordinateSystemTransformation* RkIndividualManipulator::dhFrame(
+    const std::string& linkIdentifier, const RkManipulatorActivePositionState& state) const {
+  const RkU32 index = linkForState("dhFrame", linkIdentifier, state);
+  return index < m_links.size() ? state.dhFrame(index) : nullptr;
+}
+
+RkBoolean RkIndividualManipulator::equality(const RkXmlObject* other) const {
+  const auto* same = dynamic_cast<const RkIndividualManipulator*>(other);
+  return same && *this == *same;
+}
+
+const RkToken& RkIndividualManipulator::classToken() {
+  return RkManipulator::RkIndividualManipulatorToken;
+}
+
+void RkIndividualManipulator::registerComponents() {
+  registerComponent(RkManipulator::RkNameToken, &m_name);
+  registerComponent(RkManipulator::RkBasePlacementToken, &m_basePlacement);
+  registerComponent(RkManipulator::RkLinksToken, &m_links);
+}
+
+RkU32 RkIndividualManipulator::findLink(const std::string& identifier) const {
+  RkU32 index = 0;
+  while (index < m_links.size() && m_links[index].identifier() != identifier) ++index;
+  return index;
+}
+
+RkU32 RkIndividualManipulator::linkForState(const char* caller, const std::string& identifier,
+                                            const RkManipulatorActivePositionState& state) const {
+  if (&state.manipulator() != this) {
+    Rk::Print::write(
+        4,
+        "RkIndividualManipulator::%s: the position state given to \"%s\" was made for another manipulator\n",
+        caller, name().c_str());
+    return m_links.size();
+  }
+  const RkU32 index = findLink(identifier);
+  if (index == m_links.size()) {
+    Rk::Print::write(4, "RkIndividualManipulator::%s: manipulator \"%s\" has no link \"%s\"\n", caller,
+                     name().c_str(), identifier.c_str());
+  }
+  return index;
+}

@@ -1,0 +1,73 @@
+#pragma once
+// The kinematic description of one manipulator: its name, where it is mounted on its base, and its links,
+// each moved by one joint (joint i moves link i). Its frames in the system frame, for a given state:
+//   manipulator frame = position state's base placement * base placement
+//   a link's primary and DH frames as RkManipulatorLink describes, from the manipulator frame
+//   <individualManipulator><name>left</name><basePlacement>...</basePlacement>
+//   <links count="2"><element>...</element><element>...</element></links></individualManipulator>
+#include <string>
+
+#include "foundation/RkCoordinateSystemTransformation.h"
+#include "manipulator/RkManipulatorLink.h"
+#include "xml/RkXmlBasicType.h"
+#include "xml/RkXmlCompoundType.h"
+#include "xml/RkXmlVectorType.h"
+
+class RkManipulatorActivePositionState;
+
+class RkIndividualManipulator : public RkXmlCompoundType {
+ public:
+  typedef RkXmlVectorType<RkManipulatorLink> LinkVector;
+
+  RkIndividualManipulator() = default;
+
+  const std::string& name() const { return m_name.value(); }
+  void setName(const std::string& name) { m_name = name; }
+  // Where the manipulator is mounted, in the frame of the base its position state places.
+  const RkCoordinateSystemTransformation& basePlacement() const { return m_basePlacement; }
+  void setBasePlacement(const RkCoordinateSystemTransformation& placement) { m_basePlacement = placement; }
+  const LinkVector& links() const { return m_links; }
+  void setLinks(const LinkVector& links) { m_links = links; }
+  void addLink(const RkManipulatorLink& link) { m_links.pushBack(link); }
+
+  // The first link with identifier, or null (with one printed line) when none has it.
+  const RkManipulatorLink* link(const std::string& identifier) const;
+
+  // The manipulator's own frame in the system frame for the state.
+  RkCoordinateSystemTransformation manipulatorFrame(const RkManipulatorActivePositionState& state) const;
+  // The primary or DH frame of the link with identifier, in the system frame, for the state; null (with one
+  // printed line) for an unknown identifier, a state made for another manipulator or a state whose frames
+  // could not be computed.
+  const RkCoordinateSystemTransformation* primaryFrame(const std::string& linkIdentifier,
+                                                       const RkManipulatorActivePositionState& state) const;
+  const RkCoordinateSystemTransformation* dhFrame(const std::string& linkIdentifier,
+                                                  const RkManipulatorActivePositionState& state) const;
+
+  bool operator==(const RkIndividualManipulator& other) const {
+    return RkXmlCompoundType::operator==(other) && m_name == other.m_name &&
+           m_basePlacement == other.m_basePlacement && m_links == other.m_links;
+  }
+  bool operator!=(const RkIndividualManipulator& other) const { return !(*this == other); }
+
+  RkBoolean equality(const RkXmlObject* other) const override;
+  RkXmlObject* newObject() const override { return new RkIndividualManipulator; }
+  RkXmlObject* clone() const override { return new RkIndividualManipulator(*this); }
+  const RkToken& token() const override { return classToken(); }
+  static const RkToken& classToken();
+  static RkXmlObject* creator() { return new RkIndividualManipulator; }
+
+ protected:
+  void registerComponents() override;
+
+ private:
+  // The index of the first link with identifier, or the link count when none has it.
+  RkU32 findLink(const std::string& identifier) const;
+  // The index of the link with identifier when state belongs to this manipulator, else the link count; prints
+  // one line naming caller when it fails.
+  RkU32 linkForState(const char* caller, const std::string& identifier,
+                     const RkManipulatorActivePositionState& state) const;
+
+  RkXmlBasicType<std::string> m_name;
+  RkCoordinateSystemTransformation m_basePlacement;
+  LinkVector m_links;
+};

@@ -1,0 +1,45 @@
+#pragma once
+// The state of one manipulator at one instant: where its base stands in the system and its joints'
+// positions (radians or length unit) and velocities (per second), one entry per joint:
+//   <positionState><basePlacement>...</basePlacement><jointPositions count="2"><group>0.1 0.2</group>
+//   </jointPositions><jointVelocities count="2"><group>0 0</group></jointVelocities></positionState>
+#include "foundation/RkCoordinateSystemTransformation.h"
+#include "xml/RkXmlBasicType.h"
+#include "xml/RkXmlCompoundType.h"
+#include "xml/RkXmlVectorType.h"
+
+class RkPositionState : public RkXmlCompoundType {
+ public:
+  typedef RkXmlVectorType<RkXmlBasicType<RkReal>> RealVector;
+
+  RkPositionState() = default;
+
+  // Where the base the manipulator is mounted on stands in the system frame.
+  const RkCoordinateSystemTransformation& basePlacement() const { return m_basePlacement; }
+  void setBasePlacement(const RkCoordinateSystemTransformation& placement) { m_basePlacement = placement; }
+  const RealVector& jointPositions() const { return m_jointPositions; }
+  void setJointPositions(const RealVector& positions) { m_jointPositions = positions; }
+  const RealVector& jointVelocities() const { return m_jointVelocities; }
+  void setJointVelocities(const RealVector& velocities) { m_jointVelocities = velocities; }
+
+  bool operator==(const RkPositionState& other) const {
+    return RkXmlCompoundType::operator==(other) && m_basePlacement == other.m_basePlacement &&
+           m_jointPositions == other.m_jointPositions && m_jointVelocities == other.m_jointVelocities;
+  }
+  bool operator!=(const RkPositionState& other) const { return !(*this == other); }
+
+  RkBoolean equality(const RkXmlObject* other) const override;
+  RkXmlObject* newObject() const override { return new RkPositionState; }
+  RkXmlObject* clone() const override { return new RkPositionState(*this); }
+  const RkToken& token() const override { return classToken(); }
+  static const RkToken& classToken();
+  static RkXmlObject* creator() { return new RkPositionState; }
+
+ protected:
+  void registerComponents() override;
+
+ private:
+  RkCoordinateSystemTransformation m_basePlacement;
+  RealVector m_jointPositions;
+  RealVector m_jointVelocities;
+};
