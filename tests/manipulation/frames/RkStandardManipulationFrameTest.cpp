@@ -1,0 +1,171 @@
+// The standard frame: status folding over offsets and event, its failure lines and end-effector set choice.
+#include <gtest/gtest.h>
+
+#include "control/RkEndEffectorSet.h"
+#include "control/RkManipulatorController.h"
+#include "control/RkPointEndEffector.h"
+#include "control/RkPositionControlSystem.h"
+#include "foundation/RkPrint.h"
+#include "manipulation/support/RkManipulationTestTasks.h"
+#include "offsets/RkConstantManipulationOffsetState.h"
+
+namespace {
+
+// A controller with two end-effector sets, the second active.
+class TwoSetController : public RkManipulatorController {
+ public:
+  TwoSetController() {
+    for (int i = 0; i < 2; ++i) {
+      RkEndEffectorSet set;
+      RkPointEndEffector point;
+      point.setLinkIdentifier("link" + std::to_string(i));
+      set.add(point);
+      m_sets.pushBack(set);
+    }
+  }
+  const RkXmlVectorType<RkEndEffectorSet>& endEffectorSets() const override { return m_sets; }
+  RkU32 activeEndEffectorSetIndex() const override { return 1; }
+  RkBoolean actualPlacements(const RkXmlVectorType<RkXmlBasicType<RkU32>>&,
+                             RkXmlVectorType<RkCoordinateSystemTransformation>&) const override {
+    return false;
+  }
+  RkBoolean endEffectorVelocity(RkU32, RkVector&, RkVector&) const override { return false; }
+  RkBoolean mayKeepConverging(RkU32) const override { return true; }
+  void notifyPlacementAchieved(RkU32) override {}
+  void notifyGoalReached(RkU32) override {}
+
+ private:
+  RkXmlVectorType<RkEndEffectorSet> m_sets;
+};
+
+class OneControllerSystem : public RkPositionControlSystem {
+ public:
+  RkU32 manipulatorControllerCount() const override { return 1; }
+  RkManipulatorController* manipulatorController(RkU32 index) override {
+    return index == 0 ? &m_controller : nullptr;
+  }
+  const RkXmlVectorType<RkManipulatorEndEffectorPlacement>& currentEndEffectorPlacements() const override {
+    return m_placements;
+  }
+  RkBoolean actualPlacement(RkU32, RkU32, RkCoordinateSystemTransformation&) const override { return false; }
+  RkReal lookAheadTime() const override { return 0.0; }
+
+ private:
+  TwoSetController m_controller;
+  RkXmlVectorType<RkManipulatorEndEffectorPlacement> m_placements;
+};
+
+struct TaskRun {
+  RkManipulationSequence sequence;
+  RkManipulationSequenceState sequenceState;
+  RkManipulationUpdateParams params;
+};
+
+}  // namespace
+
+TEST(RkStandardManipulationFrame, folds_statuses_so_the_first_that_is_not_complete_wins) {
+  TaskRun run;
+  const RkStandardManipulationFrame frame =
+      standardFrame("hold", {placementAt(0.1, 0, 0), placementAt(0.2, 0, 0)}, RkCountdownEvent(1));
+  RkManipulationFrameStateContainer container;
+  ASSERT_TRUE(frame.init(0.0, run.params, run.sequence, run.sequenceState, 0, container));
+  auto& state = dynamic_cast<RkStandardManipulationFrameState&>(*container.element());
+  EXPECT_EQ(state.goalEndEffectorPlacement().offsetTransformations().size(), 2u);
+  EXPECT_EQ(frame.update(0.0, run.params, run.sequence, run.sequenceState, 0, state),
+            RkManipulationStatus::InProgress);
+  EXPECT_EQ(frame.update(0.1, run.params, run.sequence, run.sequenceState, 0, state),
+            RkManipulationStatus::Complete);
+  EXPECT_EQ(state.currentEndEffectorPlacement().offsetTransformations()[1], placementAt(0.2, 0, 0));
+  EXPECT_EQ(frame.statusString(state, "ignored prefix "), "hold");
+
+  // No offsets: empty placements, the event's status alone.
+  const RkStandardManipulationFrame bare = standardFrame("bare", {}, RkCountdownEvent(0));
+  ASSERT_TRUE(bare.init(0.0, run.params, run.sequence, run.sequenceState, 0, container));
+  EXPECT_EQ(bare.update(0.0, run.params, run.sequence, run.sequenceState, 0, *container.element()),
+            RkManipulationStatus::Complete);
+  EXPECT_EQ(bare.currentEndEffectorPlacement(*container.element()).offsetTransformations().size(), 0u);
+
+  // A time-duration event fires on the cycle whose time reaches the trigger time.
+  const RkStandardManipulationFrame timed = standardFrame("timed", {placementAt(0, 0, 0)}, lasting(2.5));
+  ASSERT_TRUE(timed.init(10.0, run.params, run.sequence, run.sequenceState, 0, container));
+  EXPECT_EQ(timed.update(12.4, run.params, run.sequence, run.sequenceState, 0, *container.element()),
+            RkManipulationStatus::InProgress);
+  EXPECT_EQ(timed.update(12.5, run.params, run.sequence, run.sequenceState, 0, *container.element()),
+            RkManipulationStatus::Complete);
+}
+
+TEST(RkStandardManipulationFrame, missing_parts_fail_with_exact_lines) {
+  Rk::Print::Capture capture;
+  TaskRun run;
+  RkStandardManipulationFrame frame = standardFrame("f", {placementAt(0, 0, 0)}, RkCountdownEvent(0));
+  RkXmlVectorType<RkManipulationOffsetContainer> withHole =
+      frame.offsetContainerVector(RkStandardManipulationFrameState());
+  withHole.pushBack(RkManipulationOffsetContainer());
+  RkStandardManipulationFrame holed = frame;
+  holed.setOffsetContainerVector(withHole);
+  RkManipulationFrameStateContainer container;
+  EXPECT_FALSE(holed.init(0.0, run.params, run.sequence, run.sequenceState, 0, container));
+  EXPECT_EQ(holed.calculateEndState(run.params, run.sequence, run.sequenceState, 0).element(), nullptr);
+
+  RkStandardManipulationFrame noEvent = frame;
+  noEvent.setTransitionEventContainer(RkManipulationFrameTransitionEventContainer());
+  EXPECT_FALSE(noEvent.init(0.0, run.params, run.sequence, run.sequenceState, 0, container));
+  EXPECT_EQ(noEvent.calculateEndState(run.params, run.sequence, run.sequenceState, 0).element(), nullptr);
+  ASSERT_TRUE(frame.init(0.0, run.params, run.sequence, run.sequenceState, 0, container));
+  EXPECT_EQ(noEvent.update(0.0, run.params, run.sequence, run.sequenceState, 0, *container.element()),
+            RkManipulationStatus::Failure);
+  EXPECT_EQ(capture.text(),
+            "RkStandardManipulationFrame::init missing offset container element.\n"
+            "RkStandardManipulationFrame::calculateEndState missing offset container element.\n"
+            "RkStandardManipulationFrame::init missing transition event.\n"
+            "RkStandardManipulationFrame::calculateEndState missing transition event.\n"
+            "RkStandardManipulationFrame::update missing transition event.\n");
+
+  capture.clear();
+  auto& state = dynamic_cast<RkStandardManipulationFrameState&>(*container.element());
+  EXPECT_FALSE(state.replaceManipulationOffsetState(1, RkConstantManipulationOffsetState()));
+  EXPECT_FALSE(frame.replaceManipulationOffset(run.params, run.sequence, run.sequenceState, 0, 3,
+                                               RkConstantManipulationOffset(), *state.offsetState(0),
+                                               *state.offsetState(0)));
+  ASSERT_EQ(capture.lines().size(), 2u);
+  EXPECT_EQ(capture.lines()[0].level, 5);
+  EXPECT_EQ(capture.lines()[0].text,
+            "RkStandardManipulationFrameState::replaceManipulationOffsetState invalid offset index 1.\n");
+  EXPECT_EQ(capture.lines()[1].level, 5);
+  EXPECT_EQ(capture.lines()[1].text,
+            "RkStandardManipulationFrame::replaceManipulationOffset invalid offset index 3.\n");
+}
+
+TEST(RkStandardManipulationFrame, replacing_an_offset_keeps_the_goal_where_the_old_one_stood) {
+  TaskRun run;
+  RkStandardManipulationFrame frame = standardFrame("f", {placementAt(0.4, 0, 0.2)}, RkCountdownEvent(0));
+  RkManipulationFrameStateContainer container;
+  ASSERT_TRUE(frame.init(0.0, run.params, run.sequence, run.sequenceState, 0, container));
+  auto& state = dynamic_cast<RkStandardManipulationFrameState&>(*container.element());
+  RkConstantManipulationOffsetState fresh;
+  ASSERT_TRUE(frame.replaceManipulationOffset(run.params, run.sequence, run.sequenceState, 0, 0,
+                                              RkConstantManipulationOffset(), *state.offsetState(0), fresh));
+  const auto* replaced =
+      dynamic_cast<const RkConstantManipulationOffset*>(frame.offsetContainerVector(state)[0].element());
+  ASSERT_NE(replaced, nullptr);
+  EXPECT_EQ(replaced->offset().placement(), placementAt(0.4, 0, 0.2));
+}
+
+TEST(RkStandardManipulationFrame, end_effector_set_follows_the_index_or_the_controller_and_never_fails) {
+  OneControllerSystem system;
+  TaskRun run;
+  run.params.positionControlSystem = &system;
+  RkStandardManipulationFrame frame = standardFrame("f", {}, RkCountdownEvent(0));
+  const RkStandardManipulationFrameState state;
+  frame.setActiveEndEffectorSet(0);
+  EXPECT_EQ(frame.endEffectorSet(run.params, state).endEffector(0)->linkIdentifier(), "link0");
+  frame.setActiveEndEffectorSet(RkStandardManipulationFrame::kControllerActiveSet);
+  EXPECT_EQ(frame.endEffectorSet(run.params, state).endEffector(0)->linkIdentifier(), "link1");
+  frame.setActiveEndEffectorSet(2);
+  EXPECT_EQ(&frame.endEffectorSet(run.params, state), &RkEndEffectorSet::nullObject());
+  run.params.controllerIndex = 5;
+  frame.setActiveEndEffectorSet(0);
+  EXPECT_EQ(&frame.endEffectorSet(run.params, state), &RkEndEffectorSet::nullObject());
+  run.params.positionControlSystem = nullptr;
+  EXPECT_EQ(&frame.endEffectorSet(run.params, state), &RkEndEffectorSet::nullObject());
+}

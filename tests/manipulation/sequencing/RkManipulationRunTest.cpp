@@ -1,0 +1,159 @@
+// Whole runs: every class round-trips, a run checkpointed to XML mid-way resumes identically, one description
+// serves two runs side by side, and steady-state cycles allocate nothing.
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+#include <vector>
+
+#include "events/RkManipulationTimeDurationTransitionEventState.h"
+#include "manipulation/support/RkManipulationTestTasks.h"
+#include "offsets/RkConstantManipulationOffsetState.h"
+#include "sequencing/RkManipulationActionContainer.h"
+#include "support/RkRoundTrip.h"
+
+namespace {
+std::atomic<bool> g_counting{false};
+std::atomic<long> g_allocations{0};
+}  // namespace
+
+// Counts heap allocations while g_counting is set, to prove the control cycle allocates nothing.
+void* operator new(std::size_t size) {
+  if (g_counting.load(std::memory_order_relaxed)) g_allocations.fetch_add(1, std::memory_order_relaxed);
+  if (void* memory = std::malloc(size ? size : 1)) return memory;
+  throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept {
+  std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+  std::free(memory);
+}
+
+namespace {
+
+RkManipulationSequenceManager pickTask() {
+  RkManipulationSequenceManager manager;
+  manager.add("approach", timedSequence(3, 0.004, 0.3));
+  manager.add("retreat", timedSequence(2, 0.003, 0.6));
+  manager.setSequenceOrder(orderOf({"approach", "retreat", "approach"}));
+  return manager;
+}
+
+struct Cycle {
+  RkManipulationStatus::Enum status;
+  RkManipulatorEndEffectorPlacement placement;
+  bool operator==(const Cycle& other) const { return status == other.status && placement == other.placement; }
+};
+
+std::vector<Cycle> run(const RkManipulationSequenceManager& manager,
+                       RkManipulationSequenceManagerState& state, int firstCycle, int lastCycle) {
+  std::vector<Cycle> cycles;
+  RkManipulationUpdateParams params;
+  for (int cycle = firstCycle; cycle < lastCycle; ++cycle) {
+    const RkManipulationStatus::Enum status = manager.update(0.001 * cycle, params, state);
+    cycles.push_back({status, manager.endEffectorPlacement(state)});
+    if (status == RkManipulationStatus::Complete || status == RkManipulationStatus::Failure) break;
+  }
+  return cycles;
+}
+
+}  // namespace
+
+TEST(RkManipulationRoundTrip, every_class_reads_back_equal_and_rewrites_identically) {
+  const RkManipulationSequenceManager manager = pickTask();
+  EXPECT_TRUE(roundTrips(manager));
+  EXPECT_TRUE(roundTrips(timedSequence(2, 1.0)));
+  EXPECT_TRUE(roundTrips(standardFrame("f", {placementAt(0.1, 0.2, 0.3)}, lasting(1.5))));
+  EXPECT_TRUE(roundTrips(lasting(0.25)));
+  RkManipulationTimeDurationTransitionEventState eventState;
+  eventState.setTriggerTime(12.5);
+  EXPECT_TRUE(roundTrips(eventState));
+  EXPECT_TRUE(roundTrips(RkConstantManipulationOffsetState()));
+  RkConstantManipulationOffset offset;
+  offset.setOffset(RkEndEffectorPlacement(placementAt(-1, 2, 1e-9)));
+  EXPECT_TRUE(roundTrips(offset));
+  RkManipulationActionContainer action;
+  action.setElement(timedSequence(1, 1.0));
+  EXPECT_TRUE(roundTrips(action));
+  RkManipulationOffsetContainer offsets;
+  offsets.setElement(offset);
+  EXPECT_TRUE(roundTrips(offsets));
+
+  RkManipulationSequenceManagerState state;
+  ASSERT_TRUE(manager.init(state));
+  run(manager, state, 0, 5);
+  EXPECT_TRUE(roundTrips(state));
+  RkManipulationUpdateParams params;
+  EXPECT_TRUE(roundTrips(manager.calculateEndState(params)));
+}
+
+TEST(RkManipulationRun, a_state_checkpointed_mid_run_resumes_cycle_for_cycle) {
+  const RkManipulationSequenceManager manager = pickTask();
+  RkManipulationSequenceManagerState uninterrupted;
+  ASSERT_TRUE(manager.init(uninterrupted));
+  const std::vector<Cycle> reference = run(manager, uninterrupted, 0, 100);
+  ASSERT_EQ(reference.back().status, RkManipulationStatus::Complete);
+
+  for (int stop : {1, 4, 7, 13}) {
+    RkManipulationSequenceManagerState first;
+    ASSERT_TRUE(manager.init(first));
+    run(manager, first, 0, stop);
+    std::string document;
+    ASSERT_TRUE(RkXmlWriter::writeString(first, document));
+    RkManipulationSequenceManagerState resumed;
+    ASSERT_TRUE(RkXmlReader::readString(document, resumed)) << document;
+    const std::vector<Cycle> rest = run(manager, resumed, stop, 100);
+    EXPECT_TRUE(std::equal(rest.begin(), rest.end(), reference.begin() + stop)) << "stopped at " << stop;
+    EXPECT_EQ(rest.size(), reference.size() - stop);
+  }
+}
+
+TEST(RkManipulationRun, one_description_runs_in_two_states_side_by_side) {
+  const RkManipulationSequenceManager manager = pickTask();
+  RkManipulationSequenceManagerState early, late;
+  ASSERT_TRUE(manager.init(early));
+  ASSERT_TRUE(manager.init(late));
+  const std::vector<Cycle> alone = run(manager, early, 0, 100);
+  ASSERT_TRUE(manager.init(early));
+  RkManipulationUpdateParams params;
+  std::vector<Cycle> interleavedEarly, interleavedLate;
+  // The second run starts three cycles later and shares the description the whole time.
+  for (int cycle = 0; cycle < 100; ++cycle) {
+    if (interleavedEarly.empty() || interleavedEarly.back().status != RkManipulationStatus::Complete) {
+      interleavedEarly.push_back(
+          {manager.update(0.001 * cycle, params, early), manager.endEffectorPlacement(early)});
+    }
+    if (cycle >= 3 &&
+        (interleavedLate.empty() || interleavedLate.back().status != RkManipulationStatus::Complete)) {
+      interleavedLate.push_back(
+          {manager.update(0.001 * (cycle - 3), params, late), manager.endEffectorPlacement(late)});
+    }
+  }
+  EXPECT_EQ(interleavedEarly, alone);
+  EXPECT_EQ(interleavedLate, alone);
+}
+
+TEST(RkManipulationRun, steady_state_cycles_allocate_nothing) {
+  RkManipulationSequenceManager manager;
+  manager.add("ten", timedSequence(10, 0.02));
+  manager.setSequenceOrder(orderOf({"ten"}));
+  RkManipulationSequenceManagerState state;
+  ASSERT_TRUE(manager.init(state));
+  RkManipulationUpdateParams params;
+  long steadyCycles = 0, steadyAllocations = 0;
+  for (int cycle = 0; cycle < 1000; ++cycle) {
+    g_allocations = 0;
+    g_counting = true;
+    const RkManipulationStatus::Enum status = manager.update(0.001 * cycle, params, state);
+    g_counting = false;
+    if (status == RkManipulationStatus::InProgress) {
+      ++steadyCycles;
+      steadyAllocations += g_allocations;
+    }
+    if (status == RkManipulationStatus::Complete) break;
+  }
+  EXPECT_GT(steadyCycles, 150);
+  EXPECT_EQ(steadyAllocations, 0);
+}
