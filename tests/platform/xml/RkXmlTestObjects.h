@@ -1,0 +1,304 @@
+#pragma once
+// Test classes shared by the XML tests, the reader fuzzer and the XML benchmarks. Header-only.
+//
+//   RkTestLeaf, RkTestOtherLeaf  plain compounds of basic values (the second one with an attribute);
+//   RkTestLeafContainer          holds one compound, either leaf;
+//   RkTestShape                  an abstract family base, with RkTestCircle and RkTestPolygon;
+//   RkTestShapeContainer         holds one shape; a plug-in may add classes to its family;
+//   RkTestHolder                 the usual document root: vectors, maps and containers nested in each other.
+//
+// Fields are public, as befits test fixtures. RkTestHolder::sample(n) builds a deterministic holder whose
+// size grows linearly with n, for round trips, seed documents and benchmarks.
+#include <string>
+
+#include "xml/RkXmlBasicType.h"
+#include "xml/RkXmlCompoundType.h"
+#include "xml/RkXmlMapType.h"
+#include "xml/RkXmlTokens.h"
+#include "xml/RkXmlVariableElementType.h"
+#include "xml/RkXmlVectorType.h"
+
+// Every element name the test classes use, built once.
+struct RkTestTokens {
+  const RkToken length = RkXml::qualifiedToken("length");
+  const RkToken name = RkXml::qualifiedToken("name");
+  const RkToken count = RkXml::qualifiedToken("count");
+  const RkToken label = RkXml::qualifiedToken("label");
+  const RkToken enabled = RkXml::qualifiedToken("enabled");
+  const RkToken offset = RkXml::qualifiedToken("offset");
+  const RkToken values = RkXml::qualifiedToken("values");
+  const RkToken radius = RkXml::qualifiedToken("radius");
+  const RkToken sides = RkXml::qualifiedToken("sides");
+  const RkToken title = RkXml::qualifiedToken("title");
+  const RkToken names = RkXml::qualifiedToken("names");
+  const RkToken leaves = RkXml::qualifiedToken("leaves");
+  const RkToken others = RkXml::qualifiedToken("others");
+  const RkToken shape = RkXml::qualifiedToken("shape");
+  const RkToken choice = RkXml::qualifiedToken("choice");
+  const RkToken nested = RkXml::qualifiedToken("nested");
+
+  static const RkTestTokens& get() {
+    static const RkTestTokens tokens;
+    return tokens;
+  }
+};
+
+class RkTestLeaf : public RkXmlCompoundType {
+ public:
+  RkTestLeaf() = default;
+  RkTestLeaf(RkReal length, const std::string& name, RkU32 count)
+      : m_length(length), m_name(name), m_count(count) {}
+
+  bool operator==(const RkTestLeaf& other) const {
+    return m_length == other.m_length && m_name == other.m_name && m_count == other.m_count;
+  }
+  bool operator!=(const RkTestLeaf& other) const { return !(*this == other); }
+  RkBoolean equality(const RkXmlObject* other) const override {
+    const auto* same = dynamic_cast<const RkTestLeaf*>(other);
+    return same && *this == *same;
+  }
+  RkXmlObject* newObject() const override { return new RkTestLeaf; }
+  RkXmlObject* clone() const override { return new RkTestLeaf(*this); }
+  const RkToken& token() const override { return classToken(); }
+  static const RkToken& classToken() {
+    static const RkToken token = RkXml::qualifiedToken("testLeaf");
+    return token;
+  }
+  static RkXmlObject* creator() { return new RkTestLeaf; }
+
+  RkXmlBasicType<RkReal> m_length;
+  RkXmlBasicType<std::string> m_name;
+  RkXmlBasicType<RkU32> m_count;
+
+ protected:
+  void registerComponents() override {
+    const RkTestTokens& tokens = RkTestTokens::get();
+    registerComponent(tokens.length, &m_length);
+    registerComponent(tokens.name, &m_name);
+    registerComponent(tokens.count, &m_count);
+  }
+};
+
+class RkTestOtherLeaf : public RkXmlCompoundType {
+ public:
+  bool operator==(const RkTestOtherLeaf& other) const {
+    return m_label == other.m_label && m_enabled == other.m_enabled && m_offset == other.m_offset &&
+           m_values == other.m_values;
+  }
+  bool operator!=(const RkTestOtherLeaf& other) const { return !(*this == other); }
+  RkBoolean equality(const RkXmlObject* other) const override {
+    const auto* same = dynamic_cast<const RkTestOtherLeaf*>(other);
+    return same && *this == *same;
+  }
+  RkXmlObject* newObject() const override { return new RkTestOtherLeaf; }
+  RkXmlObject* clone() const override { return new RkTestOtherLeaf(*this); }
+  const RkToken& token() const override { return classToken(); }
+  static const RkToken& classToken() {
+    static const RkToken token = RkXml::qualifiedToken("testOtherLeaf");
+    return token;
+  }
+  static RkXmlObject* creator() { return new RkTestOtherLeaf; }
+
+  RkXmlBasicType<std::string> m_label;  // an attribute
+  RkXmlBasicType<RkBoolean> m_enabled;
+  RkXmlBasicType<int> m_offset;
+  RkXmlVectorType<RkXmlBasicType<RkReal>> m_values;
+
+ protected:
+  void registerComponents() override {
+    const RkTestTokens& tokens = RkTestTokens::get();
+    registerAttributeComponent(tokens.label, &m_label);
+    registerComponent(tokens.enabled, &m_enabled);
+    registerComponent(tokens.offset, &m_offset);
+    registerComponent(tokens.values, &m_values);
+  }
+};
+
+// Holds either leaf class.
+class RkTestLeafContainer : public RkXmlVariableElementType<RkXmlCompoundType> {
+ public:
+  bool operator==(const RkTestLeafContainer& other) const {
+    return RkXmlVariableElementType<RkXmlCompoundType>::operator==(other);
+  }
+  RkBoolean equality(const RkXmlObject* other) const override {
+    const auto* same = dynamic_cast<const RkTestLeafContainer*>(other);
+    return same && *this == *same;
+  }
+  RkXmlObject* newObject() const override { return new RkTestLeafContainer; }
+  RkXmlObject* clone() const override { return new RkTestLeafContainer(*this); }
+  const RkToken& token() const override { return classToken(); }
+  static const RkToken& classToken() {
+    static const RkToken token = RkXml::qualifiedToken("testLeafContainer");
+    return token;
+  }
+
+ protected:
+  void registerComponentCreators() override {
+    registerComponentCreator(RkTestLeaf::classToken(), &RkTestLeaf::creator);
+    registerComponentCreator(RkTestOtherLeaf::classToken(), &RkTestOtherLeaf::creator);
+  }
+};
+
+// The base of the shape family; only its concrete classes are ever made.
+class RkTestShape : public RkXmlCompoundType {
+ public:
+  bool operator==(const RkTestShape&) const { return true; }
+};
+
+class RkTestCircle : public RkTestShape {
+ public:
+  explicit RkTestCircle(RkReal radius = 1.0) : m_radius(radius) {}
+  bool operator==(const RkTestCircle& other) const { return m_radius == other.m_radius; }
+  RkBoolean equality(const RkXmlObject* other) const override {
+    const auto* same = dynamic_cast<const RkTestCircle*>(other);
+    return same && *this == *same;
+  }
+  RkXmlObject* newObject() const override { return new RkTestCircle; }
+  RkXmlObject* clone() const override { return new RkTestCircle(*this); }
+  const RkToken& token() const override { return classToken(); }
+  static const RkToken& classToken() {
+    static const RkToken token = RkXml::qualifiedToken("testCircle");
+    return token;
+  }
+  static RkXmlObject* creator() { return new RkTestCircle; }
+
+  RkXmlBasicType<RkReal> m_radius;
+
+ protected:
+  void registerComponents() override { registerComponent(RkTestTokens::get().radius, &m_radius); }
+};
+
+class RkTestPolygon : public RkTestShape {
+ public:
+  explicit RkTestPolygon(RkU32 sides = 3, RkReal length = 1.0, const std::string& name = "")
+      : m_sides(sides), m_length(length), m_name(name) {}
+  bool operator==(const RkTestPolygon& other) const {
+    return m_sides == other.m_sides && m_length == other.m_length && m_name == other.m_name;
+  }
+  RkBoolean equality(const RkXmlObject* other) const override {
+    const auto* same = dynamic_cast<const RkTestPolygon*>(other);
+    return same && *this == *same;
+  }
+  RkXmlObject* newObject() const override { return new RkTestPolygon; }
+  RkXmlObject* clone() const override { return new RkTestPolygon(*this); }
+  const RkToken& token() const override { return classToken(); }
+  static const RkToken& classToken() {
+    static const RkToken token = RkXml::qualifiedToken("testPolygon");
+    return token;
+  }
+  static RkXmlObject* creator() { return new RkTestPolygon; }
+
+  RkXmlBasicType<RkU32> m_sides;
+  RkXmlBasicType<RkReal> m_length;
+  RkXmlBasicType<std::string> m_name;
+
+ protected:
+  void registerComponents() override {
+    const RkTestTokens& tokens = RkTestTokens::get();
+    registerComponent(tokens.sides, &m_sides);
+    registerComponent(tokens.length, &m_length);
+    registerComponent(tokens.name, &m_name);
+  }
+};
+
+class RkTestShapeContainer : public RkXmlVariableElementType<RkTestShape> {
+ public:
+  RkTestShapeContainer() = default;
+  explicit RkTestShapeContainer(const RkTestShape& shape) { setElement(shape); }
+  bool operator==(const RkTestShapeContainer& other) const {
+    return RkXmlVariableElementType<RkTestShape>::operator==(other);
+  }
+  RkBoolean equality(const RkXmlObject* other) const override {
+    const auto* same = dynamic_cast<const RkTestShapeContainer*>(other);
+    return same && *this == *same;
+  }
+  RkXmlObject* newObject() const override { return new RkTestShapeContainer; }
+  RkXmlObject* clone() const override { return new RkTestShapeContainer(*this); }
+  const RkToken& token() const override { return classToken(); }
+  static const RkToken& classToken() {
+    static const RkToken token = RkXml::qualifiedToken("testShapeContainer");
+    return token;
+  }
+
+ protected:
+  void registerComponentCreators() override {
+    registerComponentCreator(RkTestCircle::classToken(), &RkTestCircle::creator);
+    registerComponentCreator(RkTestPolygon::classToken(), &RkTestPolygon::creator);
+  }
+};
+
+class RkTestHolder : public RkXmlCompoundType {
+ public:
+  typedef RkXmlBasicType<std::string> Name;
+  typedef RkXmlVectorType<RkTestShapeContainer> ShapeVector;
+  typedef RkXmlMapType<Name, ShapeVector> ShapeMap;
+
+  bool operator==(const RkTestHolder& other) const {
+    return m_title == other.m_title && m_names == other.m_names && m_leaves == other.m_leaves &&
+           m_others == other.m_others && m_shape == other.m_shape && m_choice == other.m_choice &&
+           m_nested == other.m_nested;
+  }
+  bool operator!=(const RkTestHolder& other) const { return !(*this == other); }
+  RkBoolean equality(const RkXmlObject* other) const override {
+    const auto* same = dynamic_cast<const RkTestHolder*>(other);
+    return same && *this == *same;
+  }
+  RkXmlObject* newObject() const override { return new RkTestHolder; }
+  RkXmlObject* clone() const override { return new RkTestHolder(*this); }
+  const RkToken& token() const override { return classToken(); }
+  static const RkToken& classToken() {
+    static const RkToken token = RkXml::qualifiedToken("testHolder");
+    return token;
+  }
+
+  // A holder with every field filled: entries names, leaves and others, and entries maps of two shape
+  // lists each. Strings include ones that must be quoted or escaped.
+  static RkTestHolder sample(RkU32 entries) {
+    static const char* const kWords[] = {"plain", "two words", "a & b < c", "say \"hi\"", "tab\there", ""};
+    const auto word = [](RkU32 i) { return std::string(kWords[i % 6]) + std::to_string(i); };
+    RkTestHolder holder;
+    holder.m_title = "sample of " + std::to_string(entries);
+    holder.m_shape.setElement(RkTestPolygon(6, 0.5, "hexagon"));
+    holder.m_choice.setElement(RkTestLeaf(2.5, "chosen leaf", 7));
+    for (RkU32 i = 0; i < entries; ++i) {
+      holder.m_names.pushBack(Name(word(i)));
+      holder.m_leaves.add(Name(word(i)), RkTestLeaf(0.125 * i - 3.0, word(i + 1), i * 7919u));
+      RkTestOtherLeaf other;
+      other.m_label = word(i + 2);
+      other.m_enabled = i % 2 == 0;
+      other.m_offset = -static_cast<int>(i);
+      for (RkU32 k = 0; k < 4; ++k) other.m_values.pushBack(RkXmlBasicType<RkReal>(i * 0.1 + k * 1e-3));
+      holder.m_others.pushBack(other);
+      ShapeMap map;
+      for (RkU32 k = 0; k < 2; ++k) {
+        ShapeVector shapes;
+        shapes.pushBack(RkTestShapeContainer(RkTestCircle(0.25 * (i + k))));
+        shapes.pushBack(RkTestShapeContainer());
+        shapes.pushBack(RkTestShapeContainer(RkTestPolygon(3 + k, 1.5 * i, word(i + k))));
+        map.add(Name(word(i + k)), shapes);
+      }
+      holder.m_nested.pushBack(map);
+    }
+    return holder;
+  }
+
+  Name m_title;
+  RkXmlVectorType<Name> m_names;
+  RkXmlMapType<Name, RkTestLeaf> m_leaves;
+  RkXmlVectorType<RkTestOtherLeaf> m_others;
+  RkTestShapeContainer m_shape;
+  RkTestLeafContainer m_choice;
+  RkXmlVectorType<ShapeMap> m_nested;
+
+ protected:
+  void registerComponents() override {
+    const RkTestTokens& tokens = RkTestTokens::get();
+    registerComponent(tokens.title, &m_title);
+    registerComponent(tokens.names, &m_names);
+    registerComponent(tokens.leaves, &m_leaves);
+    registerComponent(tokens.others, &m_others);
+    registerComponent(tokens.shape, &m_shape);
+    registerComponent(tokens.choice, &m_choice);
+    registerComponent(tokens.nested, &m_nested);
+  }
+};
