@@ -2,34 +2,14 @@
 // serves two runs side by side, and steady-state cycles allocate nothing.
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <cstdlib>
-#include <new>
 #include <vector>
 
 #include "events/RkManipulationTimeDurationTransitionEventState.h"
+#include "manipulation/support/RkAllocationCounter.h"
 #include "manipulation/support/RkManipulationTestTasks.h"
 #include "offsets/RkConstantManipulationOffsetState.h"
 #include "sequencing/RkManipulationActionContainer.h"
 #include "support/RkRoundTrip.h"
-
-namespace {
-std::atomic<bool> g_counting{false};
-std::atomic<long> g_allocations{0};
-}  // namespace
-
-// Counts heap allocations while g_counting is set, to prove the control cycle allocates nothing.
-void* operator new(std::size_t size) {
-  if (g_counting.load(std::memory_order_relaxed)) g_allocations.fetch_add(1, std::memory_order_relaxed);
-  if (void* memory = std::malloc(size ? size : 1)) return memory;
-  throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept {
-  std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-  std::free(memory);
-}
 
 namespace {
 
@@ -144,16 +124,19 @@ TEST(RkManipulationRun, steady_state_cycles_allocate_nothing) {
   RkManipulationUpdateParams params;
   long steadyCycles = 0, steadyAllocations = 0;
   for (int cycle = 0; cycle < 1000; ++cycle) {
-    g_allocations = 0;
-    g_counting = true;
+    RkAllocationCounter::start();
     const RkManipulationStatus::Enum status = manager.update(0.001 * cycle, params, state);
-    g_counting = false;
+    const long allocations = RkAllocationCounter::stop();
     if (status == RkManipulationStatus::InProgress) {
       ++steadyCycles;
-      steadyAllocations += g_allocations;
+      steadyAllocations += allocations;
     }
     if (status == RkManipulationStatus::Complete) break;
   }
+  // The counter itself sees allocations, so a zero below means something.
+  RkAllocationCounter::start();
+  const std::string probe(100, 'x');
+  EXPECT_GT(RkAllocationCounter::stop(), 0);
   EXPECT_GT(steadyCycles, 150);
   EXPECT_EQ(steadyAllocations, 0);
 }
