@@ -16,11 +16,18 @@ std::atomic<int> g_verbosity{5};
 std::atomic<Sink> g_sink{&defaultSink};
 std::atomic<void*> g_context{nullptr};
 
+thread_local Sink t_sink = nullptr;
+thread_local void* t_context = nullptr;
+
 void emit(int level, const char* origin, const char* format, va_list arguments) {
-  if (level > g_verbosity.load(std::memory_order_relaxed)) return;
+  if (!t_sink && level > g_verbosity.load(std::memory_order_relaxed)) return;
   thread_local char buffer[1024];
   std::vsnprintf(buffer, sizeof buffer, format, arguments);
-  g_sink.load()(level, origin, buffer, g_context.load());
+  if (t_sink) {
+    t_sink(level, origin, buffer, t_context);
+  } else {
+    g_sink.load()(level, origin, buffer, g_context.load());
+  }
 }
 
 }  // namespace
@@ -49,6 +56,16 @@ void setVerbosity(int level) {
 void setSink(Sink sink, void* context) {
   g_context.store(context);
   g_sink.store(sink ? sink : &defaultSink);
+}
+
+ThreadSink::ThreadSink(Sink sink, void* context) : m_previousSink(t_sink), m_previousContext(t_context) {
+  t_sink = sink;
+  t_context = context;
+}
+
+ThreadSink::~ThreadSink() {
+  t_sink = m_previousSink;
+  t_context = m_previousContext;
 }
 
 Capture::Capture()

@@ -22,6 +22,20 @@ void setVerbosity(int level);
 // Installs a sink (null restores the default, which writes the text to stderr).
 void setSink(Sink sink, void* context);
 
+// Sends this thread's messages to another sink while it lives (whatever the verbosity), then restores what
+// was there; nests. The XML reader holds back what a document prints until it knows the document is sound.
+class ThreadSink {
+ public:
+  ThreadSink(Sink sink, void* context);
+  ~ThreadSink();
+  ThreadSink(const ThreadSink&) = delete;
+  ThreadSink& operator=(const ThreadSink&) = delete;
+
+ private:
+  Sink m_previousSink;
+  void* m_previousContext;
+};
+
 // Captures every message printed while it lives, whatever the verbosity; for tests.
 class Capture {
  public:

@@ -28,8 +28,10 @@ const RkToken::Entry* intern(std::string_view text) {
   auto found = interned.entries.find(text);
   if (found != interned.entries.end()) return found->second;
   auto* entry = new RkToken::Entry{std::string(text), 0};
-  const std::size_t hash = entry->text.rfind('#');
-  entry->localOffset = hash == std::string::npos ? 0 : hash + 1;
+  // A local name never holds '#' or '}': it follows the namespace URI (ending in '#') or the "{uri}" that
+  // the reader puts before names of other namespaces.
+  const std::size_t split = entry->text.find_last_of("#}");
+  entry->localOffset = split == std::string::npos ? 0 : split + 1;
   interned.entries.emplace(std::string_view(entry->text), entry);
   return entry;
 }

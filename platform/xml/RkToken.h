@@ -1,6 +1,7 @@
 #pragma once
 // An interned name: tokens with the same text share one entry, so equality is a pointer comparison.
-// Element names are a namespace URI (ending in '#') followed by a local name.
+// Element names are a namespace URI (ending in '#') followed by a local name; names of a namespace that
+// does not end in '#' are written "{uri}local", so they can never be mistaken for the toolkit's.
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -21,9 +22,9 @@ class RkToken {
   const std::string& text() const;
   const char* c_str() const { return text().c_str(); }
   operator const std::string&() const { return text(); }
-  // The part after the last '#': the element name a document shows.
+  // The part after the namespace: the element name a document shows.
   std::string_view localName() const;
-  // The part up to and including the last '#', empty for an unqualified token.
+  // The namespace part, empty for an unqualified token.
   std::string_view namespaceUri() const;
   bool empty() const { return m_entry == nullptr; }
   std::size_t hash() const { return std::hash<const void*>()(m_entry); }

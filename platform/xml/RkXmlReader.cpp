@@ -1,12 +1,15 @@
 #include "xml/RkXmlReader.h"
 
+#include <fcntl.h>
 #include <libxml/parser.h>
 #include <libxml/xmlreader.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
-#include <fstream>
 #include <mutex>
 
 #include "foundation/RkPrint.h"
@@ -85,6 +88,15 @@ const char* prescan(std::string_view text, std::size_t& offset) {
   return nullptr;
 }
 
+// The token text of a name: the namespace URI and the local name joined when the URI ends in '#' (the
+// toolkit's form), "{uri}local" otherwise, so that no foreign name can spell a toolkit one.
+std::string qualifiedName(const xmlChar* uri, const xmlChar* local) {
+  std::string text = uri ? reinterpret_cast<const char*>(uri) : "";
+  if (!text.empty() && text.back() != '#') text = "{" + text + "}";
+  text += local ? reinterpret_cast<const char*>(local) : "";
+  return text;
+}
+
 }  // namespace
 
 RkXmlReader::RkXmlReader(std::string_view document, const std::string& name, ObjectFactory fallback)
@@ -102,7 +114,9 @@ RkXmlReader::RkXmlReader(std::string_view document, const std::string& name, Obj
       m_failedLine(0) {
   setUpLibxml();
   std::size_t offset = 0;
-  if (document.size() > kMaxDocumentBytes) {
+  if (document.empty()) {
+    fail(1, "the document is empty");
+  } else if (document.size() > kMaxDocumentBytes) {
     fail(1, "document larger than 64 MiB");
   } else if (const char* reason = prescan(document, offset)) {
     fail(lineAt(document, offset), reason);
@@ -126,6 +140,10 @@ void RkXmlReader::structuredError(void* context, xmlErrorPtr error) {
   if (!error || error->level == XML_ERR_WARNING) return;
   std::string message = error->message ? error->message : "malformed document";
   while (!message.empty() && (message.back() == '\n' || message.back() == ' ')) message.pop_back();
+  // Some libxml2 messages run over two lines; a refusal is reported on one.
+  for (char& c : message) {
+    if (c == '\n') c = ' ';
+  }
   static_cast<RkXmlReader*>(context)->fail(error->line, message);
 }
 
@@ -191,9 +209,7 @@ const RkToken& RkXmlReader::tag() {
   const std::string_view keyView(key, sizeof key);
   auto found = m_tagCache.find(keyView);
   if (found != m_tagCache.end()) return m_tag = found->second;
-  std::string text = uri ? reinterpret_cast<const char*>(uri) : "";
-  text += local ? reinterpret_cast<const char*>(local) : "";
-  m_tag = RkToken(text);
+  m_tag = RkToken(qualifiedName(uri, local));
   m_tagCacheKeys.emplace_back(keyView);
   m_tagCache.emplace(std::string_view(m_tagCacheKeys.back()), m_tag);
   return m_tag;
@@ -211,9 +227,7 @@ void RkXmlReader::collectAttributes() {
     const xmlChar* uri = xmlTextReaderConstNamespaceUri(m_reader);
     const xmlChar* local = xmlTextReaderConstLocalName(m_reader);
     const xmlChar* value = xmlTextReaderConstValue(m_reader);
-    std::string name = uri ? reinterpret_cast<const char*>(uri) : "";
-    name += local ? reinterpret_cast<const char*>(local) : "";
-    m_attributeNames.emplace_back(name);
+    m_attributeNames.emplace_back(qualifiedName(uri, local));
     m_attributeValues.emplace_back(value ? reinterpret_cast<const char*>(value) : "");
   }
   xmlTextReaderMoveToElement(m_reader);
@@ -247,6 +261,12 @@ RkBoolean RkXmlReader::readElementText(std::string& text) {
     if (kind == RkXmlNodeKind::Text) {
       const xmlChar* value = xmlTextReaderConstValue(m_reader);
       if (value) text += reinterpret_cast<const char*>(value);
+      // Pieces (text, CDATA sections, character references) are held to the same cap as one run.
+      if (text.size() > kMaxTextBytes) {
+        fail(lineNumber(), "text longer than 8 MiB");
+        text.clear();
+        return false;
+      }
     } else if (kind == RkXmlNodeKind::StartElement || kind == RkXmlNodeKind::EmptyElement) {
       contentError("unexpected element \"%s\" inside a value", std::string(tag().localName()).c_str());
       clean = false;
@@ -327,8 +347,39 @@ void RkXmlReader::contentError(const char* format, ...) {
   Rk::Print::write(4, "RkXmlReader::read error: %s:%d: %s\n", m_fileName.c_str(), lineNumber(), reason);
 }
 
+namespace {
+// What a document prints while it is read, held back: a document that proves malformed later prints only
+// its refusal, a sound one prints everything in order.
+struct HeldLines {
+  struct Line {
+    int level;
+    const char* origin;
+    std::string text;
+  };
+  std::vector<Line> lines;
+  static void receive(int level, const char* origin, const char* text, void* context) {
+    static_cast<HeldLines*>(context)->lines.push_back({level, origin, text});
+  }
+};
+}  // namespace
+
 RkBoolean RkXmlReader::readRoot(RkXmlReader& reader, RkXmlObject* object, ObjectFactory factory,
                                 RkXmlObject** made) {
+  HeldLines held;
+  const RkBoolean result = readRootHeld(reader, object, factory, made, &held);
+  if (reader.failed()) {
+    Rk::Print::write(4, "RkXmlReader::read error: %s:%d: %s\n", reader.m_fileName.c_str(),
+                     reader.m_failedLine, reader.m_failure.c_str());
+    return false;
+  }
+  for (const HeldLines::Line& line : held.lines)
+    Rk::Print::writeFrom(line.origin, line.level, "%s", line.text.c_str());
+  return result;
+}
+
+RkBoolean RkXmlReader::readRootHeld(RkXmlReader& reader, RkXmlObject* object, ObjectFactory factory,
+                                    RkXmlObject** made, void* heldLines) {
+  const Rk::Print::ThreadSink hold(&HeldLines::receive, heldLines);
   RkBoolean result = false;
   const RkXmlNodeKind kind = reader.advance();
   if (kind == RkXmlNodeKind::StartElement || kind == RkXmlNodeKind::EmptyElement) {
@@ -370,52 +421,72 @@ RkBoolean RkXmlReader::readString(std::string_view document, RkXmlObject& object
 }
 
 namespace {
-// Reads a file whole, refusing files beyond the size cap before loading them.
-bool loadFile(const std::string& path, std::string& content, std::string& reason) {
-  std::ifstream file(path, std::ios::binary | std::ios::ate);
-  if (!file) {
-    reason = std::strerror(errno);
-    return false;
+// A file mapped read-only: the prescan and the parser read the page cache directly, so refusing a huge
+// file costs a scan, not a copy.
+class MappedFile {
+ public:
+  explicit MappedFile(const std::string& path) {
+    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0) {
+      m_reason = std::strerror(errno);
+      return;
+    }
+    struct stat status;
+    if (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
+      m_reason = "not a regular file";
+    } else if (static_cast<std::size_t>(status.st_size) > RkXmlReader::kMaxDocumentBytes) {
+      m_reason = "document larger than 64 MiB";
+    } else if (status.st_size > 0) {
+      void* mapped =
+          mmap(nullptr, static_cast<std::size_t>(status.st_size), PROT_READ, MAP_PRIVATE, descriptor, 0);
+      if (mapped == MAP_FAILED) {
+        m_reason = std::strerror(errno);
+      } else {
+        m_data = static_cast<const char*>(mapped);
+        m_size = static_cast<std::size_t>(status.st_size);
+      }
+    }
+    ::close(descriptor);
+    m_ok = m_reason.empty();
   }
-  const std::streamoff size = file.tellg();
-  if (size < 0) {
-    reason = "the file could not be read";
-    return false;
+  ~MappedFile() {
+    if (m_data) munmap(const_cast<char*>(m_data), m_size);
   }
-  if (static_cast<std::size_t>(size) > RkXmlReader::kMaxDocumentBytes) {
-    reason = "document larger than 64 MiB";
-    return false;
-  }
-  content.resize(static_cast<std::size_t>(size));
-  file.seekg(0);
-  if (!file.read(content.data(), size)) {
-    reason = "the file could not be read";
-    return false;
-  }
-  return true;
-}
+  MappedFile(const MappedFile&) = delete;
+  MappedFile& operator=(const MappedFile&) = delete;
+
+  bool ok() const { return m_ok; }
+  const std::string& reason() const { return m_reason; }
+  std::string_view content() const { return m_data ? std::string_view(m_data, m_size) : std::string_view(); }
+
+ private:
+  const char* m_data = nullptr;
+  std::size_t m_size = 0;
+  bool m_ok = false;
+  std::string m_reason;
+};
 }  // namespace
 
 RkBoolean RkXmlReader::readFile(const std::string& path, RkXmlObject& object, ObjectFactory fallback) {
-  std::string content, reason;
-  if (!loadFile(path, content, reason)) {
-    Rk::Print::write(4, "RkXmlReader::read error: %s:0: %s\n", path.c_str(), reason.c_str());
+  const MappedFile file(path);
+  if (!file.ok()) {
+    Rk::Print::write(4, "RkXmlReader::read error: %s:0: %s\n", path.c_str(), file.reason().c_str());
     return false;
   }
-  RkXmlReader reader(content, path, fallback);
+  RkXmlReader reader(file.content(), path, fallback);
   return readRoot(reader, &object, nullptr, nullptr);
 }
 
 RkXmlObject* RkXmlReader::readFileAny(const std::string& path, ObjectFactory factory) {
-  std::string content, reason;
-  if (!loadFile(path, content, reason)) {
-    Rk::Print::write(4, "RkXmlReader::read error: %s:0: %s\n", path.c_str(), reason.c_str());
+  const MappedFile file(path);
+  if (!file.ok()) {
+    Rk::Print::write(4, "RkXmlReader::read error: %s:0: %s\n", path.c_str(), file.reason().c_str());
     return nullptr;
   }
   RkXmlObject* made = nullptr;
   RkBoolean ok = false;
   {
-    RkXmlReader reader(content, path, nullptr);
+    RkXmlReader reader(file.content(), path, nullptr);
     ok = readRoot(reader, nullptr, factory, &made);
   }
   if (!ok) {

@@ -77,6 +77,8 @@ class RkXmlReader {
   RkXmlReader(std::string_view document, const std::string& name, ObjectFactory fallback);
   static RkBoolean readRoot(RkXmlReader& reader, RkXmlObject* object, ObjectFactory factory,
                             RkXmlObject** made);
+  static RkBoolean readRootHeld(RkXmlReader& reader, RkXmlObject* object, ObjectFactory factory,
+                                RkXmlObject** made, void* heldLines);
   void fail(int line, const std::string& reason);
   void collectAttributes();
   static void structuredError(void* context, struct _xmlError* error);
