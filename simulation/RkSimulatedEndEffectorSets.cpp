@@ -1,0 +1,49 @@
+#include "simulation/RkSimulatedEndEffectorSets.h"
+
+#include <fstream>
+
+#include "control/RkFrameEndEffector.h"
+#include "xml/RkXmlReader.h"
+#include "xml/RkXmlTokens.h"
+
+const RkToken& RkSimulatedEndEffectorSets::classToken() {
+  static const RkToken token = RkXml::qualifiedToken("simulatedEndEffectorSets");
+  return token;
+}
+
+void RkSimulatedEndEffectorSets::registerComponents() {
+  static const RkToken home = RkXml::qualifiedToken("homeJointPositions");
+  static const RkToken active = RkXml::qualifiedToken("activeEndEffectorSet");
+  static const RkToken sets = RkXml::qualifiedToken("endEffectorSets");
+  registerComponent(home, &m_homeJointPositions);
+  registerComponent(active, &m_activeEndEffectorSet);
+  registerComponent(sets, &m_endEffectorSets);
+}
+
+RkSimulatedEndEffectorSets RkSimulatedEndEffectorSets::tipFrame(const std::string& tipLink) {
+  RkFrameEndEffector tip;
+  tip.setLinkIdentifier(tipLink);
+  RkEndEffectorSet set;
+  set.add(tip);
+  RkSimulatedEndEffectorSets sets;
+  sets.m_endEffectorSets.pushBack(set);
+  return sets;
+}
+
+std::string RkSimulatedEndEffectorSets::fileFor(const std::string& robotPath) {
+  const std::size_t dot = robotPath.rfind('.');
+  const std::size_t slash = robotPath.rfind('/');
+  const bool hasExtension = dot != std::string::npos && (slash == std::string::npos || dot > slash);
+  return (hasExtension ? robotPath.substr(0, dot) : robotPath) + ".endeffectors.xml";
+}
+
+bool RkSimulatedEndEffectorSets::forRobot(const std::string& robotPath, const std::string& tipLink,
+                                          RkSimulatedEndEffectorSets& sets) {
+  const std::string path = fileFor(robotPath);
+  if (!std::ifstream(path)) {
+    sets = tipFrame(tipLink);
+    return true;
+  }
+  sets = RkSimulatedEndEffectorSets();
+  return RkXmlReader::readFile(path, sets);
+}
