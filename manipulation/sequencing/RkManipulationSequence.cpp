@@ -5,6 +5,7 @@
 #include "foundation/RkPrint.h"
 #include "frames/RkManipulationFrame.h"
 #include "sequencing/RkManipulationActionStateContainer.h"
+#include "sequencing/RkManipulationHandOver.h"
 #include "sequencing/RkManipulationNullObjects.h"
 #include "sequencing/RkManipulationTokens.h"
 
@@ -71,20 +72,17 @@ RkManipulationStatus::Enum RkManipulationSequence::update(RkReal time,
                      static_cast<int>(index));
     return RkManipulationStatus::Failure;
   }
-  switch (frame->update(time, params, *this, state, index, *frameState)) {
-    case RkManipulationStatus::InProgress:
-      return startedNow ? RkManipulationStatus::Transition : RkManipulationStatus::InProgress;
-    case RkManipulationStatus::Transition:
-      return RkManipulationStatus::Transition;
-    case RkManipulationStatus::Failure:
-      Rk::Print::write(4, "RkManipulationSequence::update unable to update frame %d.\n",
-                       static_cast<int>(index));
-      return RkManipulationStatus::Failure;
-    default:
-      state.setCurrentFrameIsComplete(true);
-      return index + 1 < m_frameContainerVector.size() ? RkManipulationStatus::Transition
-                                                       : RkManipulationStatus::Complete;
+  const RkManipulationStatus::Enum result = frame->update(time, params, *this, state, index, *frameState);
+  if (result == RkManipulationStatus::Failure) {
+    Rk::Print::write(4, "RkManipulationSequence::update unable to update frame %d.\n",
+                     static_cast<int>(index));
+    return RkManipulationStatus::Failure;
   }
+  bool frameComplete = false;
+  const RkManipulationStatus::Enum status = RkManipulationHandOver::report(
+      result, startedNow, index + 1 < m_frameContainerVector.size(), frameComplete);
+  if (frameComplete) state.setCurrentFrameIsComplete(true);
+  return status;
 }
 
 const RkManipulationFrame* RkManipulationSequence::currentFrame(

@@ -3,6 +3,7 @@
 #include "control/RkEndEffectorSet.h"
 #include "control/RkManipulatorEndEffectorPlacement.h"
 #include "foundation/RkPrint.h"
+#include "sequencing/RkManipulationHandOver.h"
 #include "sequencing/RkManipulationNullObjects.h"
 #include "sequencing/RkManipulationTokens.h"
 
@@ -155,20 +156,17 @@ RkManipulationStatus::Enum RkManipulationSequenceManager::update(
                      static_cast<int>(index));
     return RkManipulationStatus::Failure;
   }
-  switch (sequence->update(time, params, *sequenceState)) {
-    case RkManipulationStatus::InProgress:
-      return startedNow ? RkManipulationStatus::Transition : RkManipulationStatus::InProgress;
-    case RkManipulationStatus::Transition:
-      return RkManipulationStatus::Transition;
-    case RkManipulationStatus::Failure:
-      Rk::Print::write(4, "RkManipulationSequenceManager::update unable to update sequence %d.\n",
-                       static_cast<int>(index));
-      return RkManipulationStatus::Failure;
-    default:
-      state.setCurrentSequenceIsComplete(true);
-      return index + 1 < m_sequenceOrder.size() ? RkManipulationStatus::Transition
-                                                : RkManipulationStatus::Complete;
+  const RkManipulationStatus::Enum result = sequence->update(time, params, *sequenceState);
+  if (result == RkManipulationStatus::Failure) {
+    Rk::Print::write(4, "RkManipulationSequenceManager::update unable to update sequence %d.\n",
+                     static_cast<int>(index));
+    return RkManipulationStatus::Failure;
   }
+  bool sequenceComplete = false;
+  const RkManipulationStatus::Enum status = RkManipulationHandOver::report(
+      result, startedNow, index + 1 < m_sequenceOrder.size(), sequenceComplete);
+  if (sequenceComplete) state.setCurrentSequenceIsComplete(true);
+  return status;
 }
 
 std::string RkManipulationSequenceManager::statusString(const RkManipulationSequenceManagerState& state,
