@@ -210,8 +210,7 @@ bool RkArmController::setJointPositions(const Eigen::Ref<const Eigen::VectorXd>&
 void RkArmController::effectorKinematics(const Effector& e, const Eigen::VectorXd& q,
                                          Eigen::Isometry3d& placement, Eigen::MatrixXd& jacobian) {
   Eigen::Isometry3d linkPlacement;
-  m_chain.linkPlacement(q, e.status.link, linkPlacement);
-  m_chain.linkJacobian(q, e.status.link, m_linkJacobian);
+  m_chain.linkPlacementAndJacobian(q, e.status.link, linkPlacement, m_linkJacobian);
   placement = linkPlacement * e.status.offset;
   jacobian = m_linkJacobian;
   // Moving the reference point from the link origin to the end effector: v_p = v_o + w x r.
@@ -234,6 +233,7 @@ void RkArmController::restartWatch(Effector& e) {
   e.bestError = kInfinity;
   e.bestTime = m_time;
   e.goalTime = m_time;
+  e.stalled = false;
 }
 
 void RkArmController::resetRecovery() {
@@ -255,17 +255,27 @@ void RkArmController::trackError(Effector& e) {
                         s.orientationError <= m_settings.orientationTolerance;
   s.goalReached = s.goalReached || s.placementAchieved;
   const double combined = s.positionError + m_settings.orientationWeight * s.orientationError;
+  // Progress is judged against what the controller asks for over a window: the exponential approach, or the
+  // capped speed when that is less.
+  const double rate = std::min(m_settings.gain, 1.0 / m_lastDt);
+  const double speed =
+      m_settings.maxLinearSpeed +
+      (s.kind == EndEffectorKind::Frame ? m_settings.orientationWeight * m_settings.maxAngularSpeed : 0.0);
+  const double expected = std::min(e.bestError * (1.0 - std::exp(-rate * m_settings.stallWindow)),
+                                   speed * m_settings.stallWindow);
   if (m_approaching && driven(e)) {
     // The joint-space approach always progresses; the Cartesian watch starts afresh when it ends.
     e.bestError = kInfinity;
     e.bestTime = m_time;
-  } else if (combined <
-             e.bestError - std::max(m_settings.minProgress, m_settings.minProgressFraction * e.bestError)) {
+  } else if (std::isinf(e.bestError) ||
+             combined <
+                 e.bestError - std::max(m_settings.minProgress, m_settings.minProgressFraction * expected)) {
     e.bestError = combined;
     e.bestTime = m_time;
   }
-  s.mayKeepConverging =
-      s.active && m_time - e.goalTime <= m_settings.timeout && m_time - e.bestTime <= m_settings.stallWindow;
+  // A stall holds until the goal changes, so that a client deciding to give up does not see it flicker.
+  if (m_time - e.bestTime > m_settings.stallWindow) e.stalled = true;
+  s.mayKeepConverging = s.active && m_time - e.goalTime <= m_settings.timeout && !e.stalled;
 }
 
 int RkArmController::stackTask(const Effector& e, const Eigen::Isometry3d& placement,
@@ -390,6 +400,16 @@ bool RkArmController::searchConfiguration() {
           }
           duration = std::max(duration, std::abs(m_trial(i) - m_q(i)) / m_maxVelocity(i));
         }
+        // The Cartesian caps usually bound the move more than the joints do; the Jacobian here gives an
+        // estimate.
+        m_dq = m_trial - m_q;
+        for (const Effector& e : m_effectors) {
+          if (!driven(e)) continue;
+          duration = std::max(duration, (e.jacobian.topRows<3>() * m_dq).norm() / m_settings.maxLinearSpeed);
+          if (e.status.kind == EndEffectorKind::Frame)
+            duration =
+                std::max(duration, (e.jacobian.bottomRows<3>() * m_dq).norm() / m_settings.maxAngularSpeed);
+        }
         if (duration < bestDuration) {
           bestDuration = duration;
           m_target = m_trial;
@@ -410,8 +430,7 @@ void RkArmController::recoverIfStalled() {
   if (m_searched || m_approaching || m_settings.recoverySeeds == 0) return;
   bool stalled = false;
   for (const Effector& e : m_effectors) {
-    if (driven(e) && !e.status.placementAchieved && m_time - e.bestTime > m_settings.stallWindow &&
-        m_time - e.goalTime <= m_settings.timeout)
+    if (driven(e) && !e.status.placementAchieved && e.stalled && m_time - e.goalTime <= m_settings.timeout)
       stalled = true;
   }
   if (!stalled) return;
@@ -422,6 +441,7 @@ void RkArmController::recoverIfStalled() {
     if (!driven(e)) continue;
     e.bestError = kInfinity;
     e.bestTime = m_time;
+    e.stalled = false;
   }
 }
 
@@ -448,7 +468,15 @@ bool RkArmController::step(double dt, std::string& error) {
     }
   }
 
-  m_qNext = (m_q + dt * m_dq).cwiseMax(m_lower).cwiseMin(m_upper);
+  // A joint that would pass a limit within the cycle shortens the whole step, so that the motion keeps its
+  // direction (clamping that joint alone could undo a cancellation between joints and overshoot the caps).
+  double reach = 1.0;
+  for (int i = 0; i < m_n; ++i) {
+    const double move = dt * m_dq(i);
+    if (m_q(i) + move > m_upper(i) && move > 0.0) reach = std::min(reach, (m_upper(i) - m_q(i)) / move);
+    if (m_q(i) + move < m_lower(i) && move < 0.0) reach = std::min(reach, (m_lower(i) - m_q(i)) / move);
+  }
+  m_qNext = (m_q + (reach * dt) * m_dq).cwiseMax(m_lower).cwiseMin(m_upper);
   m_qd = (m_qNext - m_q) / dt;
   m_q = m_qNext;
   m_time += dt;

@@ -38,13 +38,13 @@ class RkArmController {
     // A placement is achieved when within both tolerances (m, rad).
     double positionTolerance = 1e-3;
     double orientationTolerance = 1e-3;
-    // Convergence stalls when the error (position + orientationWeight * angle) has not fallen by more than
-    // minProgress (m) or minProgressFraction of itself, whichever is larger, within stallWindow (s); it times
-    // out `timeout` seconds after the goal last changed or the end effector was last activated. The window
-    // should span a few time constants (1 / gain).
-    double stallWindow = 0.2;
+    // Convergence stalls when, within stallWindow (s), the error (position + orientationWeight * angle) has
+    // fallen by less than minProgressFraction of what the controller asked for (the exponential approach at
+    // `gain`, or the capped speeds when slower), and by less than minProgress (m). It times out `timeout`
+    // seconds after the goal last changed or the end effector was last activated.
+    double stallWindow = 0.1;
     double minProgress = 1e-4;
-    double minProgressFraction = 0.05;
+    double minProgressFraction = 0.3;
     double timeout = 10.0;
     // lookAheadTime() is this many of the last cycle times.
     int lookAheadCycles = 1;
@@ -118,8 +118,9 @@ class RkArmController {
     EndEffectorStatus status;
     Eigen::MatrixXd jacobian;  // 6 x n, of the end effector itself (offset included)
     double bestError = 0.0;    // convergence watch: the lowest error seen...
-    double bestTime = 0.0;     // ...and when it last improved by more than minProgress
+    double bestTime = 0.0;     // ...and when it last improved enough (see Settings)
     double goalTime = 0.0;
+    bool stalled = false;  // since the goal last changed
   };
 
   bool driven(const Effector& e) const { return e.status.active && e.status.hasGoal; }

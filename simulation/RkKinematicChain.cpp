@@ -15,7 +15,17 @@
 #include <sstream>
 
 struct RkKinematicChain::Impl {
+  // One segment for the single-pass evaluation: the link frame is pre * motion(q) * post in the parent link's
+  // frame, motion a rotation about or a translation along `axis` (unit, in pre's frame), or none.
+  struct Step {
+    Eigen::Matrix3d preR, postR;
+    Eigen::Vector3d preP, postP, axis;
+    int joint;  // index of the movable joint, -1 for a fixed segment
+    bool prismatic;
+  };
+
   KDL::Chain chain;
+  std::vector<Step> steps;
   std::vector<std::string> jointNames;
   std::vector<JointType> jointTypes;
   Eigen::VectorXd lower, upper, velocity;
@@ -28,10 +38,12 @@ struct RkKinematicChain::Impl {
   mutable KDL::JntArray q;
   mutable KDL::Jacobian jac;
   mutable KDL::Frame frame;
+  mutable std::vector<Eigen::Vector3d> jointAxis, jointOrigin;  // in the base frame, while evaluating
 
   Impl() = default;
   Impl(const Impl& o)
       : chain(o.chain),
+        steps(o.steps),
         jointNames(o.jointNames),
         jointTypes(o.jointTypes),
         lower(o.lower),
@@ -42,7 +54,82 @@ struct RkKinematicChain::Impl {
     finish();
   }
 
+  enum class Motion { None, Rotation, Translation };
+  // Adds a segment ending in `link`, moved by joint `joint` (see Step), to both representations.
+  void addSegment(const std::string& link, const std::string& joint, Motion motion, const KDL::Frame& pre,
+                  const KDL::Vector& axis, const KDL::Frame& post) {
+    if (motion == Motion::None) {
+      chain.addSegment(KDL::Segment(link, KDL::Joint(joint, KDL::Joint::Fixed), pre * post));
+    } else {
+      // KDL wants the joint origin and axis in the parent's frame, and the tip at joint position zero.
+      const KDL::Joint kdlJoint(joint, pre.p, pre.M * axis,
+                                motion == Motion::Rotation ? KDL::Joint::RotAxis : KDL::Joint::TransAxis);
+      chain.addSegment(KDL::Segment(link, kdlJoint, pre * post));
+    }
+    Step step;
+    for (int r = 0; r < 3; ++r) {
+      for (int c = 0; c < 3; ++c) {
+        step.preR(r, c) = pre.M(r, c);
+        step.postR(r, c) = post.M(r, c);
+      }
+      step.preP(r) = pre.p(r);
+      step.postP(r) = post.p(r);
+      step.axis(r) = axis(r);
+    }
+    step.joint = motion == Motion::None ? -1 : static_cast<int>(jointNames.size());
+    step.prismatic = motion == Motion::Translation;
+    steps.push_back(step);
+    linkNames.push_back(link);
+    if (motion != Motion::None) {
+      jointLink.push_back(static_cast<int>(linkNames.size()) - 1);
+      jointNames.push_back(joint);
+    }
+  }
+
+  // Placement of link `link` and, when asked, its Jacobian, in one pass over the first `link` segments.
+  void evaluate(const Eigen::Ref<const Eigen::VectorXd>& q, int link, Eigen::Isometry3d& out,
+                Eigen::Ref<Eigen::MatrixXd>* jacobianOut) const {
+    Eigen::Matrix3d r = Eigen::Matrix3d::Identity();
+    Eigen::Vector3d p = Eigen::Vector3d::Zero();
+    int joints = 0;
+    for (int k = 0; k < link; ++k) {
+      const Step& s = steps[k];
+      p += r * s.preP;
+      r = r * s.preR;
+      if (s.joint >= 0) {
+        const Eigen::Vector3d axis = r * s.axis;
+        jointAxis[s.joint] = axis;
+        jointOrigin[s.joint] = p;
+        joints = s.joint + 1;
+        if (s.prismatic)
+          p += q(s.joint) * axis;
+        else
+          r = r * Eigen::AngleAxisd(q(s.joint), s.axis).toRotationMatrix();
+      }
+      p += r * s.postP;
+      r = r * s.postR;
+    }
+    out.linear() = r;
+    out.translation() = p;
+    out.makeAffine();
+    if (!jacobianOut) return;
+    Eigen::Ref<Eigen::MatrixXd>& jacobian = *jacobianOut;
+    for (int j = 0; j < static_cast<int>(jacobian.cols()); ++j) {
+      if (j >= joints) {
+        jacobian.col(j).setZero();
+      } else if (steps[jointLink[j] - 1].prismatic) {
+        jacobian.block<3, 1>(0, j) = jointAxis[j];
+        jacobian.block<3, 1>(3, j).setZero();
+      } else {
+        jacobian.block<3, 1>(0, j) = jointAxis[j].cross(p - jointOrigin[j]);
+        jacobian.block<3, 1>(3, j) = jointAxis[j];
+      }
+    }
+  }
+
   void finish() {
+    jointAxis.resize(jointNames.size());
+    jointOrigin.resize(jointNames.size());
     fk = std::make_unique<KDL::ChainFkSolverPos_recursive>(chain);
     jacobian = std::make_unique<KDL::ChainJntToJacSolver>(chain);
     q.resize(chain.getNrOfJoints());
@@ -256,9 +343,8 @@ std::unique_ptr<RkKinematicChain> RkKinematicChain::fromUrdfString(const std::st
       }
       const KDL::Frame origin = toKdl(joint.parent_to_joint_origin_transform);
       if (joint.type == urdf::Joint::FIXED) {
-        impl->chain.addSegment(
-            KDL::Segment(joint.child_link_name, KDL::Joint(joint.name, KDL::Joint::Fixed), origin));
-        impl->linkNames.push_back(joint.child_link_name);
+        impl->addSegment(joint.child_link_name, joint.name, Impl::Motion::None, origin, KDL::Vector::Zero(),
+                         KDL::Frame::Identity());
         continue;
       }
       if (joint.type != urdf::Joint::REVOLUTE && joint.type != urdf::Joint::CONTINUOUS &&
@@ -276,14 +362,11 @@ std::unique_ptr<RkKinematicChain> RkKinematicChain::fromUrdfString(const std::st
         error = where + " has no usable axis";
         return nullptr;
       }
+      // The URDF axis is given in the joint frame, which is the child link's frame.
       const bool prismatic = joint.type == urdf::Joint::PRISMATIC;
-      const KDL::Joint kdlJoint(joint.name, origin.p, origin.M * (axis / norm),
-                                prismatic ? KDL::Joint::TransAxis : KDL::Joint::RotAxis);
-      // KDL takes the segment's tip at joint position zero, here the joint origin itself.
-      impl->chain.addSegment(KDL::Segment(joint.child_link_name, kdlJoint, origin));
-      impl->linkNames.push_back(joint.child_link_name);
-      impl->jointLink.push_back(static_cast<int>(impl->linkNames.size()) - 1);
-      impl->jointNames.push_back(joint.name);
+      impl->addSegment(joint.child_link_name, joint.name,
+                       prismatic ? Impl::Motion::Translation : Impl::Motion::Rotation, origin, axis / norm,
+                       KDL::Frame::Identity());
 
       double lo = -std::numeric_limits<double>::infinity(), hi = std::numeric_limits<double>::infinity();
       double v = std::numeric_limits<double>::infinity();
@@ -342,9 +425,9 @@ std::unique_ptr<RkKinematicChain> RkKinematicChain::fromDh(const std::vector<DhJ
     impl->lower.resize(n);
     impl->upper.resize(n);
     impl->velocity.resize(n);
-    impl->linkNames = {"base", "link0"};
-    impl->chain.addSegment(
-        KDL::Segment("link0", KDL::Joint("base_to_link0", KDL::Joint::Fixed), toKdl(base)));
+    impl->linkNames = {"base"};
+    impl->addSegment("link0", "base_to_link0", Impl::Motion::None, toKdl(base), KDL::Vector::Zero(),
+                     KDL::Frame::Identity());
     for (int i = 0; i < n; ++i) {
       const DhJoint& row = table[i];
       const std::string name = row.name.empty() ? "joint" + std::to_string(i + 1) : row.name;
@@ -358,13 +441,11 @@ std::unique_ptr<RkKinematicChain> RkKinematicChain::fromDh(const std::vector<DhJ
         error = sourceName + ": joint '" + name + "' has invalid limits";
         return nullptr;
       }
-      const std::string link = "link" + std::to_string(i + 1);
-      impl->chain.addSegment(
-          KDL::Segment(link, KDL::Joint(name, row.prismatic ? KDL::Joint::TransZ : KDL::Joint::RotZ),
-                       KDL::Frame::DH(row.a, row.alpha, row.d, row.theta)));
-      impl->linkNames.push_back(link);
-      impl->jointLink.push_back(i + 2);
-      impl->jointNames.push_back(name);
+      // The joint turns about (slides along) z of the previous DH frame, before this row's transform.
+      impl->addSegment("link" + std::to_string(i + 1), name,
+                       row.prismatic ? Impl::Motion::Translation : Impl::Motion::Rotation,
+                       KDL::Frame::Identity(), KDL::Vector(0, 0, 1),
+                       KDL::Frame::DH(row.a, row.alpha, row.d, row.theta));
       impl->jointTypes.push_back(row.prismatic                                    ? JointType::Prismatic
                                  : std::isinf(row.lower) && std::isinf(row.upper) ? JointType::Continuous
                                                                                   : JointType::Revolute);
@@ -372,8 +453,8 @@ std::unique_ptr<RkKinematicChain> RkKinematicChain::fromDh(const std::vector<DhJ
       impl->upper(i) = row.upper;
       impl->velocity(i) = row.maxVelocity;
     }
-    impl->chain.addSegment(KDL::Segment("tool", KDL::Joint("link_to_tool", KDL::Joint::Fixed), toKdl(tool)));
-    impl->linkNames.push_back("tool");
+    impl->addSegment("tool", "link_to_tool", Impl::Motion::None, toKdl(tool), KDL::Vector::Zero(),
+                     KDL::Frame::Identity());
     impl->finish();
     return std::unique_ptr<RkKinematicChain>(new RkKinematicChain(std::move(impl)));
   } catch (const std::exception& e) {
@@ -456,6 +537,16 @@ bool RkKinematicChain::linkJacobian(const Eigen::Ref<const Eigen::VectorXd>& q, 
     return false;
   if (m_impl->jacobian->JntToJac(m_impl->q, m_impl->jac, link) < 0) return false;
   out = m_impl->jac.data;
+  return true;
+}
+
+bool RkKinematicChain::linkPlacementAndJacobian(const Eigen::Ref<const Eigen::VectorXd>& q, int link,
+                                                Eigen::Isometry3d& placement,
+                                                Eigen::Ref<Eigen::MatrixXd> jacobian) const {
+  if (link < 0 || link >= static_cast<int>(m_impl->linkNames.size()) || q.size() != jointCount() ||
+      jacobian.rows() != 6 || jacobian.cols() != jointCount())
+    return false;
+  m_impl->evaluate(q, link, placement, &jacobian);
   return true;
 }
 

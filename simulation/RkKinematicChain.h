@@ -90,6 +90,11 @@ class RkKinematicChain {
   bool linkJacobian(const Eigen::Ref<const Eigen::VectorXd>& q, int link,
                     Eigen::Ref<Eigen::MatrixXd> out) const;
 
+  // Both of the above for one link in a single pass over the chain, several times faster than the two calls;
+  // what the controller uses every cycle.
+  bool linkPlacementAndJacobian(const Eigen::Ref<const Eigen::VectorXd>& q, int link,
+                                Eigen::Isometry3d& placement, Eigen::Ref<Eigen::MatrixXd> jacobian) const;
+
   // The frame of the link that joint i (0-based) moves. For a DH chain this is DH frame i+1 of the
   // convention (its z axis carries joint i+2); for a URDF chain it is the joint's child link frame, whose
   // origin is the joint origin and in which the joint axis is fixed.

@@ -131,6 +131,32 @@ TEST(RkKinematicChain, JacobiansMatchFiniteDifferencesOfPlacements) {
   EXPECT_TRUE(frame.isApprox(tip, 1e-12));
 }
 
+TEST(RkKinematicChain, SinglePassEvaluationAgreesWithTheSolvers) {
+  auto ur5e = loadUr5e();
+  auto panda = loadPanda();
+  auto dh = ur5eFromDh();
+  std::string error;
+  auto finger =
+      RkKinematicChain::fromUrdfFile(robotPath("panda.urdf"), "panda_link0", "panda_leftfinger", error);
+  ASSERT_TRUE(ur5e && panda && dh && finger) << error;
+  std::mt19937 rng(11);
+  for (const RkKinematicChain* chain : {ur5e.get(), panda.get(), dh.get(), finger.get()}) {
+    const int n = chain->jointCount();
+    Eigen::MatrixXd expected(6, n), actual(6, n);
+    for (int k = 0; k < 20; ++k) {
+      const Eigen::VectorXd q = randomJoints(*chain, rng);
+      for (int link = 0; link < static_cast<int>(chain->linkNames().size()); ++link) {
+        Eigen::Isometry3d a, b;
+        ASSERT_TRUE(chain->linkPlacement(q, link, a));
+        ASSERT_TRUE(chain->linkJacobian(q, link, expected));
+        ASSERT_TRUE(chain->linkPlacementAndJacobian(q, link, b, actual));
+        EXPECT_LT((a.matrix() - b.matrix()).norm(), 1e-12) << chain->linkNames()[link];
+        EXPECT_LT((expected - actual).norm(), 1e-12) << chain->linkNames()[link];
+      }
+    }
+  }
+}
+
 TEST(RkKinematicChain, BadQueriesAreRefused) {
   auto ur5e = loadUr5e();
   ASSERT_TRUE(ur5e);
@@ -142,6 +168,8 @@ TEST(RkKinematicChain, BadQueriesAreRefused) {
   EXPECT_FALSE(ur5e->linkJacobian(Eigen::VectorXd::Zero(6), -1, jacobian));
   EXPECT_FALSE(ur5e->tipJacobian(Eigen::VectorXd::Zero(6), wrongJacobian));
   EXPECT_FALSE(ur5e->dhFrame(Eigen::VectorXd::Zero(6), 6, placement));
+  EXPECT_FALSE(ur5e->linkPlacementAndJacobian(Eigen::VectorXd::Zero(6), 10, placement, jacobian));
+  EXPECT_FALSE(ur5e->linkPlacementAndJacobian(Eigen::VectorXd::Zero(7), 3, placement, jacobian));
   EXPECT_FALSE(ur5e->setJointLimits(0, 1.0, -1.0, 1.0));
   EXPECT_FALSE(ur5e->setJointLimits(0, -1.0, 1.0, 0.0));
   // The base is the identity; a copy answers like the original.
