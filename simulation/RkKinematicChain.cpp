@@ -86,9 +86,9 @@ struct RkKinematicChain::Impl {
     }
   }
 
-  // Placement of link `link` and, when asked, its Jacobian, in one pass over the first `link` segments.
+  // Placement and Jacobian of link `link`, in one pass over the first `link` segments.
   void evaluate(const Eigen::Ref<const Eigen::VectorXd>& q, int link, Eigen::Isometry3d& out,
-                Eigen::Ref<Eigen::MatrixXd>* jacobianOut) const {
+                Eigen::Ref<Eigen::MatrixXd>& jacobian) const {
     Eigen::Matrix3d r = Eigen::Matrix3d::Identity();
     Eigen::Vector3d p = Eigen::Vector3d::Zero();
     int joints = 0;
@@ -112,8 +112,6 @@ struct RkKinematicChain::Impl {
     out.linear() = r;
     out.translation() = p;
     out.makeAffine();
-    if (!jacobianOut) return;
-    Eigen::Ref<Eigen::MatrixXd>& jacobian = *jacobianOut;
     for (int j = 0; j < static_cast<int>(jacobian.cols()); ++j) {
       if (j >= joints) {
         jacobian.col(j).setZero();
@@ -546,7 +544,7 @@ bool RkKinematicChain::linkPlacementAndJacobian(const Eigen::Ref<const Eigen::Ve
   if (link < 0 || link >= static_cast<int>(m_impl->linkNames.size()) || q.size() != jointCount() ||
       jacobian.rows() != 6 || jacobian.cols() != jointCount())
     return false;
-  m_impl->evaluate(q, link, placement, &jacobian);
+  m_impl->evaluate(q, link, placement, jacobian);
   return true;
 }
 

@@ -90,7 +90,7 @@ class RkKinematicChain {
   bool linkJacobian(const Eigen::Ref<const Eigen::VectorXd>& q, int link,
                     Eigen::Ref<Eigen::MatrixXd> out) const;
 
-  // Both of the above for one link in a single pass over the chain, several times faster than the two calls;
+  // Both of the above for one link in a single pass over the chain, about twice as fast as the two calls;
   // what the controller uses every cycle.
   bool linkPlacementAndJacobian(const Eigen::Ref<const Eigen::VectorXd>& q, int link,
                                 Eigen::Isometry3d& placement, Eigen::Ref<Eigen::MatrixXd> jacobian) const;

@@ -63,6 +63,22 @@ void BM_Ur5eTipJacobian(benchmark::State& state) {
 }
 BENCHMARK(BM_Ur5eTipJacobian);
 
+// Both at once, in the single pass the controller uses.
+void BM_Ur5eTipPlacementAndJacobian(benchmark::State& state) {
+  const RkKinematicChain chain = ur5e();
+  Eigen::VectorXd q = home(chain);
+  Eigen::Isometry3d tip;
+  Eigen::MatrixXd jacobian(6, 6);
+  const int link = static_cast<int>(chain.linkNames().size()) - 1;
+  for (auto _ : state) {
+    q(0) += 1e-6;
+    chain.linkPlacementAndJacobian(q, link, tip, jacobian);
+    benchmark::DoNotOptimize(jacobian.data());
+    benchmark::DoNotOptimize(tip);
+  }
+}
+BENCHMARK(BM_Ur5eTipPlacementAndJacobian);
+
 // One controller cycle with the arm moving: every end effector goes back and forth between its placements
 // at two joint configurations (about 20 cm and 0.5 rad apart at the tool), the goals switching every 400
 // cycles.
