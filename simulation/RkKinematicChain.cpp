@@ -291,6 +291,14 @@ std::unique_ptr<RkKinematicChain> RkKinematicChain::fromUrdfString(const std::st
       error = sourceName + ": not a valid URDF" + (message.empty() ? std::string() : " (" + message + ")");
       return nullptr;
     }
+    // The parser lets a link be the child of two joints; a tree cannot.
+    for (const auto& entry : model->joints_) {
+      const urdf::LinkConstSharedPtr child = model->getLink(entry.second->child_link_name);
+      if (child && child->parent_joint && child->parent_joint->name != entry.first) {
+        error = sourceName + ": link '" + child->name + "' is the child of more than one joint";
+        return nullptr;
+      }
+    }
     urdf::LinkConstSharedPtr base = baseLink.empty() ? model->getRoot() : model->getLink(baseLink);
     if (!base) {
       error = sourceName + ": no link named '" + baseLink + "'";

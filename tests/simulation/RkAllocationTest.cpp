@@ -29,33 +29,25 @@ void* __libc_calloc(size_t, size_t);
 void* __libc_realloc(void*, size_t);
 void* __libc_memalign(size_t, size_t);
 void __libc_free(void*);
-
 void* malloc(size_t size) {
-  count();
-  return __libc_malloc(size);
+  return count(), __libc_malloc(size);
 }
 void* calloc(size_t n, size_t size) {
-  count();
-  return __libc_calloc(n, size);
+  return count(), __libc_calloc(n, size);
 }
 void* realloc(void* p, size_t size) {
-  count();
-  return __libc_realloc(p, size);
+  return count(), __libc_realloc(p, size);
 }
 void* memalign(size_t alignment, size_t size) {
-  count();
-  return __libc_memalign(alignment, size);
+  return count(), __libc_memalign(alignment, size);
 }
 void* aligned_alloc(size_t alignment, size_t size) {
-  count();
-  return __libc_memalign(alignment, size);
+  return count(), __libc_memalign(alignment, size);
 }
 int posix_memalign(void** out, size_t alignment, size_t size) {
   count();
-  void* p = __libc_memalign(alignment, size);
-  if (!p) return 12;  // ENOMEM
-  *out = p;
-  return 0;
+  *out = __libc_memalign(alignment, size);
+  return *out ? 0 : 12;  // ENOMEM
 }
 void free(void* p) {
   __libc_free(p);
