@@ -51,7 +51,7 @@ bool stepWithinLimits(RkArmController& controller) {
   return controller.step(kDt, error) && withinAllLimits(controller, before);
 }
 
-struct EffectorSpec {
+struct PlannedEffector {
   std::string link;
   Kind kind;
   Eigen::Isometry3d offset;
@@ -66,7 +66,7 @@ struct Outcome {
 // For `goals` random joint positions in turn, starts at home and commands every end effector to its placement
 // there; counts the goals that all end effectors reach within maxCycles.
 Outcome reachRandomGoals(const RkKinematicChain& chain, const Eigen::VectorXd& home,
-                         const std::vector<EffectorSpec>& effectors, int goals, int maxCycles,
+                         const std::vector<PlannedEffector>& effectors, int goals, int maxCycles,
                          unsigned seed) {
   std::mt19937 rng(seed);
   Outcome outcome;
@@ -75,12 +75,13 @@ Outcome reachRandomGoals(const RkKinematicChain& chain, const Eigen::VectorXd& h
     RkArmController controller(chain);
     EXPECT_TRUE(controller.setJointPositions(home, error)) << error;
     const Eigen::VectorXd q = randomJoints(chain, rng);
-    for (const EffectorSpec& spec : effectors) {
-      const int index = controller.addEndEffector(spec.link + std::to_string(controller.endEffectorCount()),
-                                                  spec.link, spec.kind, error, spec.offset);
+    for (const PlannedEffector& planned : effectors) {
+      const int index =
+          controller.addEndEffector(planned.link + std::to_string(controller.endEffectorCount()),
+                                    planned.link, planned.kind, error, planned.offset);
       Eigen::Isometry3d link;
-      EXPECT_TRUE(chain.linkPlacement(q, spec.link, link));
-      EXPECT_TRUE(controller.setGoal(index, link * spec.offset, error)) << error;
+      EXPECT_TRUE(chain.linkPlacement(q, planned.link, link));
+      EXPECT_TRUE(controller.setGoal(index, link * planned.offset, error)) << error;
     }
     for (int cycle = 1; cycle <= maxCycles; ++cycle) {
       outcome.limitsHeld = stepWithinLimits(controller) && outcome.limitsHeld;
