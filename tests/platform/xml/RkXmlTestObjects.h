@@ -13,6 +13,8 @@
 
 #include "xml/RkXmlBasicType.h"
 #include "xml/RkXmlCompoundType.h"
+#include "xml/RkXmlConcreteClass.h"
+#include "xml/RkXmlFamilyContainer.h"
 #include "xml/RkXmlMapType.h"
 #include "xml/RkXmlTokens.h"
 #include "xml/RkXmlVariableElementType.h"
@@ -43,7 +45,7 @@ struct RkTestTokens {
   }
 };
 
-class RkTestLeaf : public RkXmlCompoundType {
+class RkTestLeaf : public RkXmlConcreteClass<RkTestLeaf, RkXmlCompoundType> {
  public:
   RkTestLeaf() = default;
   RkTestLeaf(RkReal length, const std::string& name, RkU32 count)
@@ -53,18 +55,10 @@ class RkTestLeaf : public RkXmlCompoundType {
     return m_length == other.m_length && m_name == other.m_name && m_count == other.m_count;
   }
   bool operator!=(const RkTestLeaf& other) const { return !(*this == other); }
-  RkBoolean equality(const RkXmlObject* other) const override {
-    const auto* same = dynamic_cast<const RkTestLeaf*>(other);
-    return same && *this == *same;
-  }
-  RkXmlObject* newObject() const override { return new RkTestLeaf; }
-  RkXmlObject* clone() const override { return new RkTestLeaf(*this); }
-  const RkToken& token() const override { return classToken(); }
   static const RkToken& classToken() {
     static const RkToken token = RkXml::qualifiedToken("testLeaf");
     return token;
   }
-  static RkXmlObject* creator() { return new RkTestLeaf; }
 
   RkXmlBasicType<RkReal> m_length;
   RkXmlBasicType<std::string> m_name;
@@ -79,25 +73,17 @@ class RkTestLeaf : public RkXmlCompoundType {
   }
 };
 
-class RkTestOtherLeaf : public RkXmlCompoundType {
+class RkTestOtherLeaf : public RkXmlConcreteClass<RkTestOtherLeaf, RkXmlCompoundType> {
  public:
   bool operator==(const RkTestOtherLeaf& other) const {
     return m_label == other.m_label && m_enabled == other.m_enabled && m_offset == other.m_offset &&
            m_values == other.m_values;
   }
   bool operator!=(const RkTestOtherLeaf& other) const { return !(*this == other); }
-  RkBoolean equality(const RkXmlObject* other) const override {
-    const auto* same = dynamic_cast<const RkTestOtherLeaf*>(other);
-    return same && *this == *same;
-  }
-  RkXmlObject* newObject() const override { return new RkTestOtherLeaf; }
-  RkXmlObject* clone() const override { return new RkTestOtherLeaf(*this); }
-  const RkToken& token() const override { return classToken(); }
   static const RkToken& classToken() {
     static const RkToken token = RkXml::qualifiedToken("testOtherLeaf");
     return token;
   }
-  static RkXmlObject* creator() { return new RkTestOtherLeaf; }
 
   RkXmlBasicType<std::string> m_label;  // an attribute
   RkXmlBasicType<RkBoolean> m_enabled;
@@ -115,18 +101,8 @@ class RkTestOtherLeaf : public RkXmlCompoundType {
 };
 
 // Holds either leaf class.
-class RkTestLeafContainer : public RkXmlVariableElementType<RkXmlCompoundType> {
+class RkTestLeafContainer : public RkXmlFamilyContainer<RkTestLeafContainer, RkXmlCompoundType> {
  public:
-  bool operator==(const RkTestLeafContainer& other) const {
-    return RkXmlVariableElementType<RkXmlCompoundType>::operator==(other);
-  }
-  RkBoolean equality(const RkXmlObject* other) const override {
-    const auto* same = dynamic_cast<const RkTestLeafContainer*>(other);
-    return same && *this == *same;
-  }
-  RkXmlObject* newObject() const override { return new RkTestLeafContainer; }
-  RkXmlObject* clone() const override { return new RkTestLeafContainer(*this); }
-  const RkToken& token() const override { return classToken(); }
   static const RkToken& classToken() {
     static const RkToken token = RkXml::qualifiedToken("testLeafContainer");
     return token;
@@ -145,22 +121,14 @@ class RkTestShape : public RkXmlCompoundType {
   bool operator==(const RkTestShape&) const { return true; }
 };
 
-class RkTestCircle : public RkTestShape {
+class RkTestCircle : public RkXmlConcreteClass<RkTestCircle, RkTestShape> {
  public:
   explicit RkTestCircle(RkReal radius = 1.0) : m_radius(radius) {}
   bool operator==(const RkTestCircle& other) const { return m_radius == other.m_radius; }
-  RkBoolean equality(const RkXmlObject* other) const override {
-    const auto* same = dynamic_cast<const RkTestCircle*>(other);
-    return same && *this == *same;
-  }
-  RkXmlObject* newObject() const override { return new RkTestCircle; }
-  RkXmlObject* clone() const override { return new RkTestCircle(*this); }
-  const RkToken& token() const override { return classToken(); }
   static const RkToken& classToken() {
     static const RkToken token = RkXml::qualifiedToken("testCircle");
     return token;
   }
-  static RkXmlObject* creator() { return new RkTestCircle; }
 
   RkXmlBasicType<RkReal> m_radius;
 
@@ -168,25 +136,17 @@ class RkTestCircle : public RkTestShape {
   void registerComponents() override { registerComponent(RkTestTokens::get().radius, &m_radius); }
 };
 
-class RkTestPolygon : public RkTestShape {
+class RkTestPolygon : public RkXmlConcreteClass<RkTestPolygon, RkTestShape> {
  public:
   explicit RkTestPolygon(RkU32 sides = 3, RkReal length = 1.0, const std::string& name = "")
       : m_sides(sides), m_length(length), m_name(name) {}
   bool operator==(const RkTestPolygon& other) const {
     return m_sides == other.m_sides && m_length == other.m_length && m_name == other.m_name;
   }
-  RkBoolean equality(const RkXmlObject* other) const override {
-    const auto* same = dynamic_cast<const RkTestPolygon*>(other);
-    return same && *this == *same;
-  }
-  RkXmlObject* newObject() const override { return new RkTestPolygon; }
-  RkXmlObject* clone() const override { return new RkTestPolygon(*this); }
-  const RkToken& token() const override { return classToken(); }
   static const RkToken& classToken() {
     static const RkToken token = RkXml::qualifiedToken("testPolygon");
     return token;
   }
-  static RkXmlObject* creator() { return new RkTestPolygon; }
 
   RkXmlBasicType<RkU32> m_sides;
   RkXmlBasicType<RkReal> m_length;
@@ -201,20 +161,10 @@ class RkTestPolygon : public RkTestShape {
   }
 };
 
-class RkTestShapeContainer : public RkXmlVariableElementType<RkTestShape> {
+class RkTestShapeContainer : public RkXmlFamilyContainer<RkTestShapeContainer, RkTestShape> {
  public:
   RkTestShapeContainer() = default;
   explicit RkTestShapeContainer(const RkTestShape& shape) { setElement(shape); }
-  bool operator==(const RkTestShapeContainer& other) const {
-    return RkXmlVariableElementType<RkTestShape>::operator==(other);
-  }
-  RkBoolean equality(const RkXmlObject* other) const override {
-    const auto* same = dynamic_cast<const RkTestShapeContainer*>(other);
-    return same && *this == *same;
-  }
-  RkXmlObject* newObject() const override { return new RkTestShapeContainer; }
-  RkXmlObject* clone() const override { return new RkTestShapeContainer(*this); }
-  const RkToken& token() const override { return classToken(); }
   static const RkToken& classToken() {
     static const RkToken token = RkXml::qualifiedToken("testShapeContainer");
     return token;
@@ -227,7 +177,7 @@ class RkTestShapeContainer : public RkXmlVariableElementType<RkTestShape> {
   }
 };
 
-class RkTestHolder : public RkXmlCompoundType {
+class RkTestHolder : public RkXmlConcreteClass<RkTestHolder, RkXmlCompoundType> {
  public:
   typedef RkXmlBasicType<std::string> Name;
   typedef RkXmlVectorType<RkTestShapeContainer> ShapeVector;
@@ -239,13 +189,6 @@ class RkTestHolder : public RkXmlCompoundType {
            m_nested == other.m_nested;
   }
   bool operator!=(const RkTestHolder& other) const { return !(*this == other); }
-  RkBoolean equality(const RkXmlObject* other) const override {
-    const auto* same = dynamic_cast<const RkTestHolder*>(other);
-    return same && *this == *same;
-  }
-  RkXmlObject* newObject() const override { return new RkTestHolder; }
-  RkXmlObject* clone() const override { return new RkTestHolder(*this); }
-  const RkToken& token() const override { return classToken(); }
   static const RkToken& classToken() {
     static const RkToken token = RkXml::qualifiedToken("testHolder");
     return token;
