@@ -21,11 +21,6 @@ class RkManipulationSequenceState;
 
 class RkManipulationFrame : public RkBaseExpressionTreeElement {
  public:
-  bool operator==(const RkManipulationFrame& other) const {
-    return RkBaseExpressionTreeElement::operator==(other) && m_tag == other.m_tag;
-  }
-  bool operator!=(const RkManipulationFrame& other) const { return !(*this == other); }
-
   // A free label of the frame.
   virtual const RkXmlBasicType<std::string>& tag() const { return m_tag; }
   virtual void setTag(const RkXmlBasicType<std::string>& tag) { m_tag = tag; }

@@ -12,19 +12,6 @@
 #include "offsets/RkManipulationOffsetState.h"
 #include "sequencing/RkManipulationTokens.h"
 
-const RkToken& RkStandardManipulationFrame::classToken() {
-  return RkManipulation::RkStandardManipulationFrameToken;
-}
-
-bool RkStandardManipulationFrame::operator==(const RkStandardManipulationFrame& other) const {
-  return RkManipulationFrame::operator==(other) &&
-         m_activeControlDescription == other.m_activeControlDescription &&
-         m_activeEndEffectorSet == other.m_activeEndEffectorSet &&
-         m_activeControlMethod == other.m_activeControlMethod &&
-         m_offsetContainerVector == other.m_offsetContainerVector &&
-         m_transitionEventContainer == other.m_transitionEventContainer && m_dataMap == other.m_dataMap;
-}
-
 void RkStandardManipulationFrame::registerComponents() {
   RkManipulationFrame::registerComponents();
   registerComponent(RkControl::RkActiveControlDescriptionToken, &m_activeControlDescription);

@@ -11,10 +11,6 @@
 
 const RkXmlVectorType<RkXmlBasicType<RkU32>> RkManipulationSequence::m_theNullU32Vector;
 
-const RkToken& RkManipulationSequence::classToken() {
-  return RkManipulation::RkManipulationSequenceToken;
-}
-
 void RkManipulationSequence::registerComponents() {
   registerComponent(RkManipulation::RkManipulationFrameContainerVectorToken, &m_frameContainerVector);
 }

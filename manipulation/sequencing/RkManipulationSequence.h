@@ -6,15 +6,11 @@
 #include "frames/RkManipulationFrameContainer.h"
 #include "sequencing/RkManipulationAction.h"
 #include "sequencing/RkManipulationSequenceState.h"
+#include "sequencing/RkManipulationTokens.h"
 #include "xml/RkXmlConcreteClass.h"
 
-class RkManipulationSequence : public RkXmlConcreteClass<RkManipulationSequence, RkManipulationAction> {
+class RkManipulationSequence : public RkXmlConcreteClass<RkManipulationSequence, RkManipulationAction, RkManipulation::RkManipulationSequenceToken> {
  public:
-  bool operator==(const RkManipulationSequence& other) const {
-    return RkManipulationAction::operator==(other) && m_frameContainerVector == other.m_frameContainerVector;
-  }
-  bool operator!=(const RkManipulationSequence& other) const { return !(*this == other); }
-  static const RkToken& classToken();
 
   RkBoolean init(RkManipulationActionStateContainer& container) const override;
   // One control step; real-time safe while no frame starts or ends.

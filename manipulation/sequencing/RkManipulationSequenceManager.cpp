@@ -7,10 +7,6 @@
 #include "sequencing/RkManipulationNullObjects.h"
 #include "sequencing/RkManipulationTokens.h"
 
-const RkToken& RkManipulationSequenceManager::classToken() {
-  return RkManipulation::RkManipulationSequenceManagerToken;
-}
-
 void RkManipulationSequenceManager::registerComponents() {
   registerComponent(RkManipulation::RkSequenceOrderToken, &m_sequenceOrder);
   registerComponent(RkManipulation::RkSequenceMapToken, &m_sequenceMap);

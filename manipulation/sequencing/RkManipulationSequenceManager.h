@@ -8,20 +8,15 @@
 
 #include "sequencing/RkManipulationSequence.h"
 #include "sequencing/RkManipulationSequenceManagerState.h"
+#include "sequencing/RkManipulationTokens.h"
 #include "xml/RkXmlMapType.h"
 
 class RkManipulationSequenceManager
-    : public RkXmlConcreteClass<RkManipulationSequenceManager, RkXmlCompoundType> {
+    : public RkXmlConcreteClass<RkManipulationSequenceManager, RkXmlCompoundType, RkManipulation::RkManipulationSequenceManagerToken> {
  public:
   typedef RkXmlVectorType<RkXmlBasicType<std::string>> SequenceOrder;
   typedef RkXmlMapType<RkXmlBasicType<std::string>, RkManipulationSequence> SequenceMap;
 
-  bool operator==(const RkManipulationSequenceManager& other) const {
-    return RkXmlCompoundType::operator==(other) && m_sequenceOrder == other.m_sequenceOrder &&
-           m_sequenceMap == other.m_sequenceMap;
-  }
-  bool operator!=(const RkManipulationSequenceManager& other) const { return !(*this == other); }
-  static const RkToken& classToken();
 
   // Stores a copy under name; the order is not touched.
   virtual void add(const std::string& name, const RkManipulationSequence& sequence);

@@ -2,17 +2,6 @@
 
 #include "sequencing/RkManipulationTokens.h"
 
-const RkToken& RkManipulationSequenceState::classToken() {
-  return RkManipulation::RkManipulationSequenceStateToken;
-}
-
-bool RkManipulationSequenceState::operator==(const RkManipulationSequenceState& other) const {
-  return RkManipulationActionState::operator==(other) && m_currentFrameIndex == other.m_currentFrameIndex &&
-         m_currentFrameNeedsInit == other.m_currentFrameNeedsInit &&
-         m_currentFrameIsComplete == other.m_currentFrameIsComplete &&
-         m_frameStateContainerVector == other.m_frameStateContainerVector;
-}
-
 void RkManipulationSequenceState::registerComponents() {
   registerComponent(RkManipulation::RkCurrentFrameIndexToken, &m_currentFrameIndex);
   registerComponent(RkManipulation::RkCurrentFrameNeedsInitToken, &m_currentFrameNeedsInit);

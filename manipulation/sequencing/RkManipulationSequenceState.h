@@ -4,16 +4,14 @@
 // i's).
 #include "frames/RkManipulationFrameStateContainer.h"
 #include "sequencing/RkManipulationActionState.h"
+#include "sequencing/RkManipulationTokens.h"
 #include "xml/RkXmlBasicType.h"
 #include "xml/RkXmlConcreteClass.h"
 #include "xml/RkXmlVectorType.h"
 
 class RkManipulationSequenceState
-    : public RkXmlConcreteClass<RkManipulationSequenceState, RkManipulationActionState> {
+    : public RkXmlConcreteClass<RkManipulationSequenceState, RkManipulationActionState, RkManipulation::RkManipulationSequenceStateToken> {
  public:
-  bool operator==(const RkManipulationSequenceState& other) const;
-  bool operator!=(const RkManipulationSequenceState& other) const { return !(*this == other); }
-  static const RkToken& classToken();
 
   virtual void add(const RkManipulationFrameState& frameState);
   virtual void add(const RkManipulationFrameStateContainer& container);

@@ -21,7 +21,3 @@ void RkDataMap::setValue(const std::string& key, RkReal value) {
   }
 }
 
-RkBoolean RkDataMap::equality(const RkXmlObject* other) const {
-  const RkDataMap* same = dynamic_cast<const RkDataMap*>(other);
-  return same && *this == *same;
-}

@@ -26,6 +26,8 @@ class RkXmlVectorType : public RkXmlObject {
   RkXmlVectorType(RkU32 count, T value) : m_elements(count, value) {}
   RkXmlVectorType(const RkXmlVectorType&) = default;
   RkXmlVectorType& operator=(const RkXmlVectorType&) = default;
+  RkXmlVectorType(RkXmlVectorType&&) noexcept = default;
+  RkXmlVectorType& operator=(RkXmlVectorType&&) noexcept = default;
 
   bool operator==(const RkXmlVectorType& other) const {
     if (!RkXmlObject::operator==(other) || m_elements.size() != other.m_elements.size()) return false;
