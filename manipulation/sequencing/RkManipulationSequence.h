@@ -49,9 +49,15 @@ class RkManipulationSequence : public RkXmlConcreteClass<RkManipulationSequence,
   virtual RkManipulationSequenceState calculateEndState(const RkManipulationUpdateParams& params) const;
 
  protected:
-  void registerComponents() override;
+  void registerComponents() override {
+    registerComponent(RkManipulation::RkManipulationFrameContainerVectorToken, &m_frameContainerVector);
+  }
 
  private:
+  // Query's answer for the running frame and its state, or fallback when there is none.
+  template <class Query, class Fallback>
+  decltype(auto) askRunningFrame(const RkManipulationActionState& state, Query query, Fallback&& fallback) const;
+
   RkXmlVectorType<RkManipulationFrameContainer> m_frameContainerVector;
 
   static const RkXmlVectorType<RkXmlBasicType<RkU32>> m_theNullU32Vector;

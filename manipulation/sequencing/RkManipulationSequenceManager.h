@@ -50,12 +50,16 @@ class RkManipulationSequenceManager
   void setSequenceOrder(const SequenceOrder& order) { m_sequenceOrder = order; }
 
  protected:
-  void registerComponents() override;
+  void registerComponents() override {
+    registerComponent(RkManipulation::RkSequenceOrderToken, &m_sequenceOrder);
+    registerComponent(RkManipulation::RkSequenceMapToken, &m_sequenceMap);
+  }
 
  private:
-  // The running sequence with its state, or false when there is none to ask.
-  bool running(const RkManipulationSequenceManagerState& state, const RkManipulationSequence*& sequence,
-               const RkManipulationActionState*& sequenceState) const;
+  // Query's answer for the running sequence and its state, or fallback when there is none.
+  template <class Query, class Fallback>
+  decltype(auto) askRunningSequence(const RkManipulationSequenceManagerState& state, Query query,
+                                    Fallback&& fallback) const;
 
   SequenceOrder m_sequenceOrder;
   SequenceMap m_sequenceMap;

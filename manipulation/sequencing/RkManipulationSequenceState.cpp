@@ -1,5 +1,7 @@
 #include "sequencing/RkManipulationSequenceState.h"
 
+#include <utility>
+
 #include "sequencing/RkManipulationTokens.h"
 
 void RkManipulationSequenceState::registerComponents() {
@@ -13,11 +15,15 @@ void RkManipulationSequenceState::registerComponents() {
 void RkManipulationSequenceState::add(const RkManipulationFrameState& frameState) {
   RkManipulationFrameStateContainer container;
   container.setElement(frameState);
-  add(container);
+  add(std::move(container));
 }
 
 void RkManipulationSequenceState::add(const RkManipulationFrameStateContainer& container) {
   m_frameStateContainerVector.pushBack(container);
+}
+
+void RkManipulationSequenceState::add(RkManipulationFrameStateContainer&& container) {
+  m_frameStateContainerVector.pushBack(std::move(container));
 }
 
 void RkManipulationSequenceState::clear() {

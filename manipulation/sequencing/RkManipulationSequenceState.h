@@ -15,6 +15,8 @@ class RkManipulationSequenceState
 
   virtual void add(const RkManipulationFrameState& frameState);
   virtual void add(const RkManipulationFrameStateContainer& container);
+  // Appends the container itself, taking its state over.
+  virtual void add(RkManipulationFrameStateContainer&& container);
   // Back to frame 0, both flags false, no frame states.
   virtual void clear();
   virtual void deleteFrame(RkU32 index);

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <ostream>
 #include <typeinfo>
+#include <utility>
 #include <vector>
 
 #include "foundation/RkINT2STRING.h"
@@ -54,6 +55,7 @@ class RkXmlVectorType : public RkXmlObject {
   void accept(RkXmlObjectVisitor* visitor) const override { visitor->visit(this); }
 
   virtual void pushBack(const T& value) { m_elements.push_back(value); }
+  virtual void pushBack(T&& value) { m_elements.push_back(std::move(value)); }
 
   virtual RkBoolean erase(RkU32 index) {
     if (index >= size()) {
