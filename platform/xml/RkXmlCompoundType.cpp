@@ -123,6 +123,7 @@ std::string RkXmlCompoundType::schemaTypeName() const {
 }
 
 void RkXmlCompoundType::writeSchema(RkXmlSchema& schema) const {
+  schema.noteClass(*this);
   if (!schema.beginNamedType(schemaTypeName())) return;
   schema.useAllGroup();
   for (const Component& field : components()) {
