@@ -69,7 +69,9 @@ TEST(RkManipulationVocabulary, every_class_the_documents_can_hold_reads_back_equ
     met[name] = true;
     EXPECT_TRUE(roundTripsAny(*prototype)) << name;
     const auto sample = samples.find(prototype->token());
-    if (sample != samples.end()) EXPECT_TRUE(roundTripsAny(*sample->second)) << name << " (sample)";
+    if (sample != samples.end()) {
+      EXPECT_TRUE(roundTripsAny(*sample->second)) << name << " (sample)";
+    }
   }
   // The walk reaches every family through its container's creators: a few landmarks of each.
   for (const char* name : {"manipulationSequence", "manipulationSequenceState", "standardManipulationFrame",
