@@ -11,12 +11,16 @@
 #include "control/RkEndEffectorContainer.h"
 #include "control/RkPointEndEffector.h"
 #include "events/RkManipulationFrameTransitionEventStateContainer.h"
+#include "events/RkManipulationTimeDurationTransitionEventState.h"
 #include "frames/RkManipulationFrameStateContainer.h"
+#include "frames/RkStandardManipulationFrameState.h"
 #include "manipulation/support/RkAllocationCounter.h"
 #include "manipulation/support/RkManipulationTestTasks.h"
+#include "offsets/RkConstantManipulationOffsetState.h"
 #include "offsets/RkManipulationOffsetStateContainer.h"
 #include "sequencing/RkManipulationActionContainer.h"
 #include "sequencing/RkManipulationActionStateContainer.h"
+#include "sequencing/RkManipulationSequenceState.h"
 
 namespace {
 
