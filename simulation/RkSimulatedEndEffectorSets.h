@@ -20,12 +20,10 @@ namespace RkSimulation {
 extern const RkToken RkSimulatedEndEffectorSetsToken;
 }
 
-class RkSimulatedEndEffectorSets
-    : public RkXmlConcreteClass<RkSimulatedEndEffectorSets, RkXmlCompoundType,
-                                RkSimulation::RkSimulatedEndEffectorSetsToken> {
+class RkSimulatedEndEffectorSets : public RkXmlConcreteClass<RkSimulatedEndEffectorSets, RkXmlCompoundType,
+                                                             RkSimulation::RkSimulatedEndEffectorSetsToken> {
  public:
   typedef RkXmlVectorType<RkXmlBasicType<RkReal>> RealVector;
-
 
   // One frame end effector on tipLink, active.
   static RkSimulatedEndEffectorSets tipFrame(const std::string& tipLink);

@@ -6,9 +6,10 @@
 #include "xml/RkXmlFamilyContainer.h"
 
 class RkManipulationFrameTransitionEventContainer
-    : public RkXmlFamilyContainer<RkManipulationFrameTransitionEventContainer, RkManipulationFrameTransitionEvent, RkManipulation::RkManipulationFrameTransitionEventContainerToken> {
+    : public RkXmlFamilyContainer<RkManipulationFrameTransitionEventContainer,
+                                  RkManipulationFrameTransitionEvent,
+                                  RkManipulation::RkManipulationFrameTransitionEventContainerToken> {
  public:
-
  protected:
   void registerComponentCreators() override;
 };

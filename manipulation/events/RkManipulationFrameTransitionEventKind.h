@@ -13,8 +13,8 @@ class RkManipulationFrameTransitionEventKind
  public:
   typedef StateClass State;
 
-  RkManipulationFrameTransitionEventStateContainer calculateEndState(const RkManipulationUpdateParams&,
-                                                                     const RkManipulationFrame&) const override {
+  RkManipulationFrameTransitionEventStateContainer calculateEndState(
+      const RkManipulationUpdateParams&, const RkManipulationFrame&) const override {
     RkManipulationFrameTransitionEventStateContainer container;
     container.template setNewElement<State>();
     return container;
@@ -25,7 +25,8 @@ class RkManipulationFrameTransitionEventKind
   }
   // Real-time safe when Derived's updateState is.
   RkManipulationStatus::Enum update(RkReal time, const RkManipulationUpdateParams& params,
-                                    const RkManipulationFrame& frame, const RkManipulationFrameState& frameState,
+                                    const RkManipulationFrame& frame,
+                                    const RkManipulationFrameState& frameState,
                                     RkManipulationFrameTransitionEventState& state) const override {
     return self().updateState(time, params, frame, frameState, dynamic_cast<State&>(state));
   }

@@ -5,9 +5,10 @@
 #include "xml/RkXmlFamilyContainer.h"
 
 class RkManipulationFrameTransitionEventStateContainer
-    : public RkXmlFamilyContainer<RkManipulationFrameTransitionEventStateContainer, RkManipulationFrameTransitionEventState, RkManipulation::RkManipulationFrameTransitionEventStateContainerToken> {
+    : public RkXmlFamilyContainer<RkManipulationFrameTransitionEventStateContainer,
+                                  RkManipulationFrameTransitionEventState,
+                                  RkManipulation::RkManipulationFrameTransitionEventStateContainerToken> {
  public:
-
  protected:
   void registerComponentCreators() override;
 };

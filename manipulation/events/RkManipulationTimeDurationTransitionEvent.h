@@ -5,15 +5,17 @@
 #include "events/RkManipulationTimeDurationTransitionEventState.h"
 
 class RkManipulationTimeDurationTransitionEvent
-    : public RkManipulationFrameTransitionEventKind<RkManipulationTimeDurationTransitionEvent,
-                                                    RkManipulationTimeDurationTransitionEventState,
-                                                    RkManipulation::RkManipulationTimeDurationTransitionEventToken> {
+    : public RkManipulationFrameTransitionEventKind<
+          RkManipulationTimeDurationTransitionEvent, RkManipulationTimeDurationTransitionEventState,
+          RkManipulation::RkManipulationTimeDurationTransitionEventToken> {
  public:
   // Turns the duration into an absolute trigger time; a duration that is not positive is refused.
-  RkBoolean initState(RkReal time, const RkManipulationUpdateParams&, const RkManipulationFrame&, State& state) const;
+  RkBoolean initState(RkReal time, const RkManipulationUpdateParams&, const RkManipulationFrame&,
+                      State& state) const;
   // Complete from the cycle whose time reaches the trigger time on. Real-time safe.
-  RkManipulationStatus::Enum updateState(RkReal time, const RkManipulationUpdateParams&, const RkManipulationFrame&,
-                                         const RkManipulationFrameState&, State& state) const {
+  RkManipulationStatus::Enum updateState(RkReal time, const RkManipulationUpdateParams&,
+                                         const RkManipulationFrame&, const RkManipulationFrameState&,
+                                         State& state) const {
     return time >= state.triggerTime() ? RkManipulationStatus::Complete : RkManipulationStatus::InProgress;
   }
 
@@ -21,7 +23,9 @@ class RkManipulationTimeDurationTransitionEvent
   virtual void setTimeDuration(RkReal duration) { m_timeDuration = duration; }
 
  protected:
-  void registerComponents() override { registerComponent(RkManipulation::RkTimeDurationToken, &m_timeDuration); }
+  void registerComponents() override {
+    registerComponent(RkManipulation::RkTimeDurationToken, &m_timeDuration);
+  }
 
  private:
   RkXmlBasicType<RkReal> m_timeDuration;

@@ -14,7 +14,9 @@ class RkManipulationTimeDurationTransitionEventState
   virtual void setTriggerTime(RkReal time);
 
  protected:
-  void registerComponents() override { registerComponent(RkManipulation::RkTriggerTimeToken, &m_triggerTime); }
+  void registerComponents() override {
+    registerComponent(RkManipulation::RkTriggerTimeToken, &m_triggerTime);
+  }
 
  private:
   RkXmlBasicType<RkReal> m_triggerTime;

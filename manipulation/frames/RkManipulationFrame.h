@@ -47,6 +47,8 @@ class RkManipulationFrame : public RkBaseExpressionTreeElement {
                          const RkManipulationSequenceState& sequenceState, RkU32 frameIndex,
                          RkManipulationFrameStateContainer& stateContainer) const = 0;
   // Advances the frame to the given time; the status tells whether it has ended.
+  // Real-time path while no element starts or ends: allocates nothing, takes no lock, throws nothing;
+  // prints only on Failure.
   virtual RkManipulationStatus::Enum update(RkReal time, const RkManipulationUpdateParams& params,
                                             const RkManipulationSequence& sequence,
                                             const RkManipulationSequenceState& sequenceState,

@@ -6,9 +6,9 @@
 #include "xml/RkXmlFamilyContainer.h"
 
 class RkManipulationFrameContainer
-    : public RkXmlFamilyContainer<RkManipulationFrameContainer, RkManipulationFrame, RkManipulation::RkManipulationFrameContainerToken> {
+    : public RkXmlFamilyContainer<RkManipulationFrameContainer, RkManipulationFrame,
+                                  RkManipulation::RkManipulationFrameContainerToken> {
  public:
-
  protected:
   void registerComponentCreators() override;
 };

@@ -5,9 +5,9 @@
 #include "xml/RkXmlFamilyContainer.h"
 
 class RkManipulationFrameStateContainer
-    : public RkXmlFamilyContainer<RkManipulationFrameStateContainer, RkManipulationFrameState, RkManipulation::RkManipulationFrameStateContainerToken> {
+    : public RkXmlFamilyContainer<RkManipulationFrameStateContainer, RkManipulationFrameState,
+                                  RkManipulation::RkManipulationFrameStateContainerToken> {
  public:
-
  protected:
   void registerComponentCreators() override;
 };

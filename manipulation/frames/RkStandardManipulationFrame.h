@@ -15,9 +15,9 @@
 #include "offsets/RkManipulationOffsetContainer.h"
 
 class RkStandardManipulationFrame
-    : public RkXmlConcreteClass<RkStandardManipulationFrame, RkManipulationFrame, RkManipulation::RkStandardManipulationFrameToken> {
+    : public RkXmlConcreteClass<RkStandardManipulationFrame, RkManipulationFrame,
+                                RkManipulation::RkStandardManipulationFrameToken> {
  public:
-
   const RkXmlVectorType<RkManipulationOffsetContainer>& offsetContainerVector(
       const RkManipulationFrameState& state) const override;
   const RkDataMap& dataMap(const RkManipulationFrameState& state) const override;

@@ -9,9 +9,9 @@
 #include "xml/RkXmlConcreteClass.h"
 
 class RkStandardManipulationFrameState
-    : public RkXmlConcreteClass<RkStandardManipulationFrameState, RkManipulationFrameState, RkManipulation::RkStandardManipulationFrameStateToken> {
+    : public RkXmlConcreteClass<RkStandardManipulationFrameState, RkManipulationFrameState,
+                                RkManipulation::RkStandardManipulationFrameStateToken> {
  public:
-
   const RkXmlVectorType<RkManipulationOffsetStateContainer>& offsetStateContainerVector() const override {
     return m_offsetStateContainerVector;
   }

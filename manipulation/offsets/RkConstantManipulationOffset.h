@@ -21,7 +21,9 @@ class RkConstantManipulationOffset
   virtual void setOffset(const RkEndEffectorPlacement& offset) { m_offset = offset; }
 
  protected:
-  void registerComponents() override { registerComponent(RkManipulation::RkManipulationOffsetToken, &m_offset); }
+  void registerComponents() override {
+    registerComponent(RkManipulation::RkManipulationOffsetToken, &m_offset);
+  }
 
  private:
   RkEndEffectorPlacement m_offset;

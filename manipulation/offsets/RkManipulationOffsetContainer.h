@@ -6,9 +6,9 @@
 #include "xml/RkXmlFamilyContainer.h"
 
 class RkManipulationOffsetContainer
-    : public RkXmlFamilyContainer<RkManipulationOffsetContainer, RkManipulationOffset, RkManipulation::RkManipulationOffsetContainerToken> {
+    : public RkXmlFamilyContainer<RkManipulationOffsetContainer, RkManipulationOffset,
+                                  RkManipulation::RkManipulationOffsetContainerToken> {
  public:
-
  protected:
   void registerComponentCreators() override;
 };

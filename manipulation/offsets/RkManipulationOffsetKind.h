@@ -25,8 +25,9 @@ class RkManipulationOffsetKind : public RkXmlConcreteClass<Derived, RkManipulati
     container.template setNewElement<State>();
     return container;
   }
-  RkBoolean init(RkReal time, const RkManipulationUpdateParams& params, const RkManipulationSequence& sequence,
-                 const RkManipulationSequenceState& sequenceState, RkU32 frameIndex, RkU32 endEffectorIndex,
+  RkBoolean init(RkReal time, const RkManipulationUpdateParams& params,
+                 const RkManipulationSequence& sequence, const RkManipulationSequenceState& sequenceState,
+                 RkU32 frameIndex, RkU32 endEffectorIndex,
                  RkManipulationOffsetStateContainer& stateContainer) const override {
     State& state = stateContainer.template setNewElement<State>();
     return self().initState(time, {params, sequence, sequenceState, frameIndex, endEffectorIndex}, state);
@@ -53,12 +54,15 @@ class RkManipulationOffsetKind : public RkXmlConcreteClass<Derived, RkManipulati
                                                 RkU32 frameIndex, RkU32 endEffectorIndex,
                                                 RkManipulationOffsetState& state) override {
     static_cast<Derived&>(*this).setFromOffset(
-        placement, {params, sequence, sequenceState, frameIndex, endEffectorIndex}, dynamic_cast<State&>(state));
+        placement, {params, sequence, sequenceState, frameIndex, endEffectorIndex},
+        dynamic_cast<State&>(state));
   }
-  const RkEndEffectorPlacement& currentOffsetTransformation(const RkManipulationOffsetState& state) const override {
+  const RkEndEffectorPlacement& currentOffsetTransformation(
+      const RkManipulationOffsetState& state) const override {
     return self().currentOffset(dynamic_cast<const State&>(state));
   }
-  const RkEndEffectorPlacement& goalOffsetTransformation(const RkManipulationOffsetState& state) const override {
+  const RkEndEffectorPlacement& goalOffsetTransformation(
+      const RkManipulationOffsetState& state) const override {
     return self().goalOffset(dynamic_cast<const State&>(state));
   }
 

@@ -5,9 +5,9 @@
 #include "xml/RkXmlFamilyContainer.h"
 
 class RkManipulationOffsetStateContainer
-    : public RkXmlFamilyContainer<RkManipulationOffsetStateContainer, RkManipulationOffsetState, RkManipulation::RkManipulationOffsetStateContainerToken> {
+    : public RkXmlFamilyContainer<RkManipulationOffsetStateContainer, RkManipulationOffsetState,
+                                  RkManipulation::RkManipulationOffsetStateContainerToken> {
  public:
-
  protected:
   void registerComponentCreators() override;
 };

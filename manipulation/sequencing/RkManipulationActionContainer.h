@@ -6,9 +6,9 @@
 #include "xml/RkXmlFamilyContainer.h"
 
 class RkManipulationActionContainer
-    : public RkXmlFamilyContainer<RkManipulationActionContainer, RkManipulationAction, RkManipulation::RkManipulationActionContainerToken> {
+    : public RkXmlFamilyContainer<RkManipulationActionContainer, RkManipulationAction,
+                                  RkManipulation::RkManipulationActionContainerToken> {
  public:
-
  protected:
   void registerComponentCreators() override;
 };

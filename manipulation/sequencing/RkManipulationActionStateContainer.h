@@ -5,9 +5,9 @@
 #include "xml/RkXmlFamilyContainer.h"
 
 class RkManipulationActionStateContainer
-    : public RkXmlFamilyContainer<RkManipulationActionStateContainer, RkManipulationActionState, RkManipulation::RkManipulationActionStateContainerToken> {
+    : public RkXmlFamilyContainer<RkManipulationActionStateContainer, RkManipulationActionState,
+                                  RkManipulation::RkManipulationActionStateContainerToken> {
  public:
-
  protected:
   void registerComponentCreators() override;
 };

@@ -74,7 +74,8 @@ RkManipulationStatus::Enum step(List& list) {
 
 // The answer of the running element to a query, or fallback when nothing is running.
 template <class Element, class ElementState, class Query, class Fallback>
-decltype(auto) ask(const Element* element, const ElementState* elementState, Query query, Fallback&& fallback) {
+decltype(auto) ask(const Element* element, const ElementState* elementState, Query query,
+                   Fallback&& fallback) {
   typedef decltype(query(*element, *elementState)) Answer;
   if (element && elementState) return static_cast<Answer>(query(*element, *elementState));
   return static_cast<Answer>(fallback);

@@ -38,7 +38,9 @@ struct FrameList {
   const char* pastEndMessage() const {
     return "RkManipulationSequence::update frame %u is past the last frame (%u frames); init first.\n";
   }
-  const char* noStateMessage() const { return "RkManipulationSequence::update frame %d does not have a valid state.\n"; }
+  const char* noStateMessage() const {
+    return "RkManipulationSequence::update frame %d does not have a valid state.\n";
+  }
   RkU32 index() const { return state.currentFrameIndex(); }
   void setIndex(RkU32 index) { state.setCurrentFrameIndex(index); }
   bool needsInit() const { return state.currentFrameNeedsInit(); }
@@ -108,42 +110,57 @@ decltype(auto) RkManipulationSequence::askRunningFrame(const RkManipulationActio
 }
 
 RkU32 RkManipulationSequence::activeControlDescription(const RkManipulationActionState& state) const {
-  return askRunningFrame(state, [](const auto& frame, const auto& frameState) {
-    return frame.activeControlDescription(frameState); }, 0u);
+  return askRunningFrame(
+      state,
+      [](const auto& frame, const auto& frameState) { return frame.activeControlDescription(frameState); },
+      0u);
 }
 
 RkU32 RkManipulationSequence::activeControlMethod(const RkManipulationActionState& state) const {
-  return askRunningFrame(state, [](const auto& frame, const auto& frameState) {
-    return frame.activeControlMethod(frameState); }, 0u);
+  return askRunningFrame(
+      state, [](const auto& frame, const auto& frameState) { return frame.activeControlMethod(frameState); },
+      0u);
 }
 
 RkU32 RkManipulationSequence::activeEndEffectorSet(const RkManipulationActionState& state) const {
-  return askRunningFrame(state, [](const auto& frame, const auto& frameState) {
-    return frame.activeEndEffectorSet(frameState); }, 0u);
+  return askRunningFrame(
+      state, [](const auto& frame, const auto& frameState) { return frame.activeEndEffectorSet(frameState); },
+      0u);
 }
 
 const RkDataMap& RkManipulationSequence::dataMap(const RkManipulationActionState& state) const {
-  return askRunningFrame(state, [](const auto& frame, const auto& frameState) -> const RkDataMap& {
-    return frame.dataMap(frameState); }, RkManipulationNullObjects::dataMap());
+  return askRunningFrame(
+      state,
+      [](const auto& frame, const auto& frameState) -> const RkDataMap& { return frame.dataMap(frameState); },
+      RkManipulationNullObjects::dataMap());
 }
 
 const RkEndEffectorSet& RkManipulationSequence::endEffectorSet(const RkManipulationUpdateParams& params,
                                                                const RkManipulationActionState& state) const {
-  return askRunningFrame(state, [&params](const auto& frame, const auto& frameState) -> const RkEndEffectorSet& {
-    return frame.endEffectorSet(params, frameState); }, RkEndEffectorSet::nullObject());
+  return askRunningFrame(
+      state,
+      [&params](const auto& frame, const auto& frameState) -> const RkEndEffectorSet& {
+        return frame.endEffectorSet(params, frameState);
+      },
+      RkEndEffectorSet::nullObject());
 }
 
 const RkManipulatorEndEffectorPlacement& RkManipulationSequence::endEffectorPlacement(
     const RkManipulationActionState& state) const {
-  return askRunningFrame(state, [](const auto& frame, const auto& frameState)
-      -> const RkManipulatorEndEffectorPlacement& { return frame.currentEndEffectorPlacement(frameState); },
+  return askRunningFrame(
+      state,
+      [](const auto& frame, const auto& frameState) -> const RkManipulatorEndEffectorPlacement& {
+        return frame.currentEndEffectorPlacement(frameState);
+      },
       RkManipulatorEndEffectorPlacement::nullObject());
 }
 
 std::string RkManipulationSequence::statusString(const RkManipulationActionState& state,
                                                  const std::string& prefix) const {
-  return askRunningFrame(state, [&prefix](const auto& frame, const auto& frameState) {
-    return frame.statusString(frameState, prefix); }, std::string());
+  return askRunningFrame(
+      state,
+      [&prefix](const auto& frame, const auto& frameState) { return frame.statusString(frameState, prefix); },
+      std::string());
 }
 
 const RkXmlVectorType<RkXmlBasicType<RkU32>>& RkManipulationSequence::profiledPositionEndEffectorIndices(

@@ -9,9 +9,9 @@
 #include "sequencing/RkManipulationTokens.h"
 #include "xml/RkXmlConcreteClass.h"
 
-class RkManipulationSequence : public RkXmlConcreteClass<RkManipulationSequence, RkManipulationAction, RkManipulation::RkManipulationSequenceToken> {
+class RkManipulationSequence : public RkXmlConcreteClass<RkManipulationSequence, RkManipulationAction,
+                                                         RkManipulation::RkManipulationSequenceToken> {
  public:
-
   RkBoolean init(RkManipulationActionStateContainer& container) const override;
   // One control step; real-time safe while no frame starts or ends.
   RkManipulationStatus::Enum update(RkReal time, const RkManipulationUpdateParams& params,
@@ -56,7 +56,8 @@ class RkManipulationSequence : public RkXmlConcreteClass<RkManipulationSequence,
  private:
   // Query's answer for the running frame and its state, or fallback when there is none.
   template <class Query, class Fallback>
-  decltype(auto) askRunningFrame(const RkManipulationActionState& state, Query query, Fallback&& fallback) const;
+  decltype(auto) askRunningFrame(const RkManipulationActionState& state, Query query,
+                                 Fallback&& fallback) const;
 
   RkXmlVectorType<RkManipulationFrameContainer> m_frameContainerVector;
 

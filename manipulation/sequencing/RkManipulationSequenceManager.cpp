@@ -28,38 +28,61 @@ RkManipulationSequence* RkManipulationSequenceManager::currentSequence(
 }
 
 template <class Query, class Fallback>
-decltype(auto) RkManipulationSequenceManager::askRunningSequence(const RkManipulationSequenceManagerState& state,
-                                                                 Query query, Fallback&& fallback) const {
-  return RkManipulationListRunner::ask(currentSequence(state), state.currentSequenceStateContainer().element(),
-                                       query, std::forward<Fallback>(fallback));
+decltype(auto) RkManipulationSequenceManager::askRunningSequence(
+    const RkManipulationSequenceManagerState& state, Query query, Fallback&& fallback) const {
+  return RkManipulationListRunner::ask(currentSequence(state),
+                                       state.currentSequenceStateContainer().element(), query,
+                                       std::forward<Fallback>(fallback));
 }
 
 const RkManipulatorEndEffectorPlacement& RkManipulationSequenceManager::endEffectorPlacement(
     const RkManipulationSequenceManagerState& state) const {
-  return askRunningSequence(state, [](const auto& sequence, const auto& sequenceState)
-      -> const RkManipulatorEndEffectorPlacement& { return sequence.endEffectorPlacement(sequenceState); },
+  return askRunningSequence(
+      state,
+      [](const auto& sequence, const auto& sequenceState) -> const RkManipulatorEndEffectorPlacement& {
+        return sequence.endEffectorPlacement(sequenceState);
+      },
       RkManipulatorEndEffectorPlacement::nullObject());
 }
 
-const RkDataMap& RkManipulationSequenceManager::dataMap(const RkManipulationSequenceManagerState& state) const {
-  return askRunningSequence(state, [](const auto& sequence, const auto& sequenceState) -> const RkDataMap& {
-    return sequence.dataMap(sequenceState); }, RkManipulationNullObjects::dataMap());
+const RkDataMap& RkManipulationSequenceManager::dataMap(
+    const RkManipulationSequenceManagerState& state) const {
+  return askRunningSequence(
+      state,
+      [](const auto& sequence, const auto& sequenceState) -> const RkDataMap& {
+        return sequence.dataMap(sequenceState);
+      },
+      RkManipulationNullObjects::dataMap());
 }
 
 RkU32 RkManipulationSequenceManager::activeControlDescription(
     const RkManipulationSequenceManagerState& state) const {
-  return askRunningSequence(state, [](const auto& sequence, const auto& sequenceState) {
-    return sequence.activeControlDescription(sequenceState); }, 0u);
+  return askRunningSequence(
+      state,
+      [](const auto& sequence, const auto& sequenceState) {
+        return sequence.activeControlDescription(sequenceState);
+      },
+      0u);
 }
 
-RkU32 RkManipulationSequenceManager::activeEndEffectorSet(const RkManipulationSequenceManagerState& state) const {
-  return askRunningSequence(state, [](const auto& sequence, const auto& sequenceState) {
-    return sequence.activeEndEffectorSet(sequenceState); }, 0u);
+RkU32 RkManipulationSequenceManager::activeEndEffectorSet(
+    const RkManipulationSequenceManagerState& state) const {
+  return askRunningSequence(
+      state,
+      [](const auto& sequence, const auto& sequenceState) {
+        return sequence.activeEndEffectorSet(sequenceState);
+      },
+      0u);
 }
 
-RkU32 RkManipulationSequenceManager::activeControlMethod(const RkManipulationSequenceManagerState& state) const {
-  return askRunningSequence(state, [](const auto& sequence, const auto& sequenceState) {
-    return sequence.activeControlMethod(sequenceState); }, 0u);
+RkU32 RkManipulationSequenceManager::activeControlMethod(
+    const RkManipulationSequenceManagerState& state) const {
+  return askRunningSequence(
+      state,
+      [](const auto& sequence, const auto& sequenceState) {
+        return sequence.activeControlMethod(sequenceState);
+      },
+      0u);
 }
 
 RkManipulationSequenceManagerState RkManipulationSequenceManager::calculateEndState(
@@ -127,8 +150,9 @@ struct SequenceList {
   const RkManipulationSequence* element(RkU32 index) const {
     const RkManipulationSequence* sequence = manager.currentSequence(state);
     if (!sequence) {
-      Rk::Print::write(4, "RkManipulationSequenceManager::update sequence %u (\"%s\") is not in the sequence map.\n",
-                       index, manager.sequenceOrder()[index].value().c_str());
+      Rk::Print::write(
+          4, "RkManipulationSequenceManager::update sequence %u (\"%s\") is not in the sequence map.\n",
+          index, manager.sequenceOrder()[index].value().c_str());
     }
     return sequence;
   }
@@ -139,7 +163,8 @@ struct SequenceList {
     return true;
   }
   RkManipulationActionState* elementState(RkU32) { return state.currentSequenceStateContainer().element(); }
-  RkManipulationStatus::Enum update(const RkManipulationSequence& sequence, RkManipulationActionState& sequenceState) {
+  RkManipulationStatus::Enum update(const RkManipulationSequence& sequence,
+                                    RkManipulationActionState& sequenceState) {
     return sequence.update(time, params, sequenceState);
   }
 };
@@ -154,6 +179,10 @@ RkManipulationStatus::Enum RkManipulationSequenceManager::update(
 
 std::string RkManipulationSequenceManager::statusString(const RkManipulationSequenceManagerState& state,
                                                         const std::string& prefix) const {
-  return askRunningSequence(state, [&prefix](const auto& sequence, const auto& sequenceState) {
-    return sequence.statusString(sequenceState, prefix); }, std::string());
+  return askRunningSequence(
+      state,
+      [&prefix](const auto& sequence, const auto& sequenceState) {
+        return sequence.statusString(sequenceState, prefix);
+      },
+      std::string());
 }

@@ -12,11 +12,11 @@
 #include "xml/RkXmlMapType.h"
 
 class RkManipulationSequenceManager
-    : public RkXmlConcreteClass<RkManipulationSequenceManager, RkXmlCompoundType, RkManipulation::RkManipulationSequenceManagerToken> {
+    : public RkXmlConcreteClass<RkManipulationSequenceManager, RkXmlCompoundType,
+                                RkManipulation::RkManipulationSequenceManagerToken> {
  public:
   typedef RkXmlVectorType<RkXmlBasicType<std::string>> SequenceOrder;
   typedef RkXmlMapType<RkXmlBasicType<std::string>, RkManipulationSequence> SequenceMap;
-
 
   // Stores a copy under name; the order is not touched.
   virtual void add(const std::string& name, const RkManipulationSequence& sequence);
@@ -36,7 +36,8 @@ class RkManipulationSequenceManager
   virtual RkManipulationSequenceManagerState calculateEndState(
       const RkManipulationUpdateParams& params) const;
   virtual RkBoolean init(RkManipulationSequenceManagerState& state) const;
-  // One control step; real-time safe while no frame or sequence starts or ends.
+  // One control step. Real-time path while no frame or sequence starts or ends: allocates nothing, takes
+  // no lock, throws nothing; prints only on Failure.
   virtual RkManipulationStatus::Enum update(RkReal time, const RkManipulationUpdateParams& params,
                                             RkManipulationSequenceManagerState& state) const;
   virtual std::string statusString(const RkManipulationSequenceManagerState& state,

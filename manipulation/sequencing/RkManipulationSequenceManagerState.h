@@ -8,9 +8,9 @@
 #include "xml/RkXmlConcreteClass.h"
 
 class RkManipulationSequenceManagerState
-    : public RkXmlConcreteClass<RkManipulationSequenceManagerState, RkXmlCompoundType, RkManipulation::RkManipulationSequenceManagerStateToken> {
+    : public RkXmlConcreteClass<RkManipulationSequenceManagerState, RkXmlCompoundType,
+                                RkManipulation::RkManipulationSequenceManagerStateToken> {
  public:
-
   // Back to the first position, both flags false, an empty state container.
   virtual void clear();
   virtual RkU32 currentSequenceIndex() const { return m_currentSequenceIndex; }

@@ -10,9 +10,9 @@
 #include "xml/RkXmlVectorType.h"
 
 class RkManipulationSequenceState
-    : public RkXmlConcreteClass<RkManipulationSequenceState, RkManipulationActionState, RkManipulation::RkManipulationSequenceStateToken> {
+    : public RkXmlConcreteClass<RkManipulationSequenceState, RkManipulationActionState,
+                                RkManipulation::RkManipulationSequenceStateToken> {
  public:
-
   virtual void add(const RkManipulationFrameState& frameState);
   virtual void add(const RkManipulationFrameStateContainer& container);
   // Appends the container itself, taking its state over.

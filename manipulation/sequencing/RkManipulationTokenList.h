@@ -22,7 +22,8 @@ RK_TOKEN(RkManipulationFrameStateContainerToken, "manipulationFrameStateContaine
 RK_TOKEN(RkManipulationFrameTransitionEventToken, "manipulationFrameTransitionEvent")
 RK_TOKEN(RkManipulationFrameTransitionEventContainerToken, "manipulationFrameTransitionEventContainer")
 RK_TOKEN(RkManipulationFrameTransitionEventStateToken, "manipulationFrameTransitionEventState")
-RK_TOKEN(RkManipulationFrameTransitionEventStateContainerToken, "manipulationFrameTransitionEventStateContainer")
+RK_TOKEN(RkManipulationFrameTransitionEventStateContainerToken,
+         "manipulationFrameTransitionEventStateContainer")
 RK_TOKEN(RkManipulationOffsetToken, "manipulationOffset")
 RK_TOKEN(RkManipulationOffsetContainerToken, "manipulationOffsetContainer")
 RK_TOKEN(RkManipulationOffsetStateToken, "manipulationOffsetState")

@@ -5,8 +5,8 @@
 #include "control/RkEndEffector.h"
 #include "xml/RkXmlFamilyContainer.h"
 
-class RkEndEffectorContainer
-    : public RkXmlFamilyContainer<RkEndEffectorContainer, RkEndEffector, RkControl::RkEndEffectorContainerToken> {
+class RkEndEffectorContainer : public RkXmlFamilyContainer<RkEndEffectorContainer, RkEndEffector,
+                                                           RkControl::RkEndEffectorContainerToken> {
  protected:
   void registerComponentCreators() override;
 };

@@ -7,7 +7,8 @@
 #include "xml/RkXmlCompoundType.h"
 #include "xml/RkXmlConcreteClass.h"
 
-class RkEndEffectorPlacement : public RkXmlConcreteClass<RkEndEffectorPlacement, RkXmlCompoundType, RkControl::RkEndEffectorPlacementToken> {
+class RkEndEffectorPlacement : public RkXmlConcreteClass<RkEndEffectorPlacement, RkXmlCompoundType,
+                                                         RkControl::RkEndEffectorPlacementToken> {
  public:
   // The identity placement.
   RkEndEffectorPlacement() = default;

@@ -6,10 +6,11 @@
 #include "control/RkControlTokens.h"
 #include "control/RkEndEffectorContainer.h"
 #include "xml/RkXmlCompoundType.h"
-#include "xml/RkXmlVectorType.h"
 #include "xml/RkXmlConcreteClass.h"
+#include "xml/RkXmlVectorType.h"
 
-class RkEndEffectorSet : public RkXmlConcreteClass<RkEndEffectorSet, RkXmlCompoundType, RkControl::RkEndEffectorSetToken> {
+class RkEndEffectorSet
+    : public RkXmlConcreteClass<RkEndEffectorSet, RkXmlCompoundType, RkControl::RkEndEffectorSetToken> {
  public:
   RkEndEffectorSet() = default;
 

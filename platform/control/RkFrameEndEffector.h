@@ -6,7 +6,8 @@
 #include "control/RkEndEffector.h"
 #include "xml/RkXmlConcreteClass.h"
 
-class RkFrameEndEffector : public RkXmlConcreteClass<RkFrameEndEffector, RkEndEffector, RkControl::RkFrameEndEffectorToken> {
+class RkFrameEndEffector
+    : public RkXmlConcreteClass<RkFrameEndEffector, RkEndEffector, RkControl::RkFrameEndEffectorToken> {
  public:
   RkFrameEndEffector() : m_orientationWeightLength(0.0) {}
 

@@ -7,10 +7,12 @@
 #include "control/RkControlTokens.h"
 #include "foundation/RkCoordinateSystemTransformation.h"
 #include "xml/RkXmlCompoundType.h"
-#include "xml/RkXmlVectorType.h"
 #include "xml/RkXmlConcreteClass.h"
+#include "xml/RkXmlVectorType.h"
 
-class RkManipulatorEndEffectorPlacement : public RkXmlConcreteClass<RkManipulatorEndEffectorPlacement, RkXmlCompoundType, RkControl::RkManipulatorEndEffectorPlacementToken> {
+class RkManipulatorEndEffectorPlacement
+    : public RkXmlConcreteClass<RkManipulatorEndEffectorPlacement, RkXmlCompoundType,
+                                RkControl::RkManipulatorEndEffectorPlacementToken> {
  public:
   typedef RkXmlVectorType<RkCoordinateSystemTransformation> TransformationVector;
 

@@ -6,4 +6,3 @@ RkReal RkPointEndEffector::placementError(const RkCoordinateSystemTransformation
                                           const RkCoordinateSystemTransformation& goal) const {
   return (actual.translation() - goal.translation()).norm();
 }
-

@@ -6,12 +6,12 @@
 #include "control/RkEndEffector.h"
 #include "xml/RkXmlConcreteClass.h"
 
-class RkPointEndEffector : public RkXmlConcreteClass<RkPointEndEffector, RkEndEffector, RkControl::RkPointEndEffectorToken> {
+class RkPointEndEffector
+    : public RkXmlConcreteClass<RkPointEndEffector, RkEndEffector, RkControl::RkPointEndEffectorToken> {
  public:
   RkPointEndEffector() = default;
 
   // The distance between the two positions; orientations are ignored.
   RkReal placementError(const RkCoordinateSystemTransformation& actual,
                         const RkCoordinateSystemTransformation& goal) const override;
-
 };

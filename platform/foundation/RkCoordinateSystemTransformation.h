@@ -3,9 +3,9 @@
 //   <desiredPlacement><translation>0.4 0 0.3</translation><orientation>1 0 0
 //   0</orientation></desiredPlacement>
 #include "xml/RkXmlCompoundType.h"
+#include "xml/RkXmlConcreteClass.h"
 #include "xml/RkXmlOrientation.h"
 #include "xml/RkXmlVector.h"
-#include "xml/RkXmlConcreteClass.h"
 
 namespace RkFoundCommon {
 extern const RkToken RkCoordinateSystemTransformationToken;
@@ -13,7 +13,9 @@ extern const RkToken RkTranslationToken;
 extern const RkToken RkOrientationToken;
 }  // namespace RkFoundCommon
 
-class RkCoordinateSystemTransformation : public RkXmlConcreteClass<RkCoordinateSystemTransformation, RkXmlCompoundType, RkFoundCommon::RkCoordinateSystemTransformationToken> {
+class RkCoordinateSystemTransformation
+    : public RkXmlConcreteClass<RkCoordinateSystemTransformation, RkXmlCompoundType,
+                                RkFoundCommon::RkCoordinateSystemTransformationToken> {
  public:
   // The identity.
   RkCoordinateSystemTransformation() = default;

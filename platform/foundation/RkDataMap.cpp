@@ -20,4 +20,3 @@ void RkDataMap::setValue(const std::string& key, RkReal value) {
     entries.emplace(key, value);
   }
 }
-

@@ -4,14 +4,16 @@
 #include <string>
 
 #include "xml/RkXmlBasicType.h"
-#include "xml/RkXmlMapType.h"
 #include "xml/RkXmlConcreteClass.h"
+#include "xml/RkXmlMapType.h"
 
 namespace RkFoundCommon {
 extern const RkToken RkDataMapToken;
 }
 
-class RkDataMap : public RkXmlConcreteClass<RkDataMap, RkXmlMapType<RkXmlBasicType<std::string>, RkXmlBasicType<RkReal>>, RkFoundCommon::RkDataMapToken> {
+class RkDataMap
+    : public RkXmlConcreteClass<RkDataMap, RkXmlMapType<RkXmlBasicType<std::string>, RkXmlBasicType<RkReal>>,
+                                RkFoundCommon::RkDataMapToken> {
  public:
   typedef RkXmlMapType<RkXmlBasicType<std::string>, RkXmlBasicType<RkReal>> Base;
   using Base::lookup;

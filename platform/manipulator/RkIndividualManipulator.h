@@ -7,17 +7,18 @@
 //   <links count="2"><element>...</element><element>...</element></links></individualManipulator>
 #include <string>
 
-#include "manipulator/RkManipulatorTokens.h"
 #include "foundation/RkCoordinateSystemTransformation.h"
 #include "manipulator/RkManipulatorLink.h"
+#include "manipulator/RkManipulatorTokens.h"
 #include "xml/RkXmlBasicType.h"
 #include "xml/RkXmlCompoundType.h"
-#include "xml/RkXmlVectorType.h"
 #include "xml/RkXmlConcreteClass.h"
+#include "xml/RkXmlVectorType.h"
 
 class RkManipulatorActivePositionState;
 
-class RkIndividualManipulator : public RkXmlConcreteClass<RkIndividualManipulator, RkXmlCompoundType, RkManipulator::RkIndividualManipulatorToken> {
+class RkIndividualManipulator : public RkXmlConcreteClass<RkIndividualManipulator, RkXmlCompoundType,
+                                                          RkManipulator::RkIndividualManipulatorToken> {
  public:
   typedef RkXmlVectorType<RkManipulatorLink> LinkVector;
 

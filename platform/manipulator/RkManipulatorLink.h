@@ -9,15 +9,16 @@
 //   <jointAxis>0 0 1</jointAxis><dhOffset>...</dhOffset></manipulatorLink>
 #include <string>
 
-#include "manipulator/RkManipulatorTokens.h"
 #include "foundation/RkCoordinateSystemTransformation.h"
+#include "manipulator/RkManipulatorTokens.h"
 #include "xml/RkXmlBasicType.h"
 #include "xml/RkXmlCompoundType.h"
+#include "xml/RkXmlConcreteClass.h"
 #include "xml/RkXmlEnumType.h"
 #include "xml/RkXmlVector.h"
-#include "xml/RkXmlConcreteClass.h"
 
-class RkManipulatorLink : public RkXmlConcreteClass<RkManipulatorLink, RkXmlCompoundType, RkManipulator::RkManipulatorLinkToken> {
+class RkManipulatorLink
+    : public RkXmlConcreteClass<RkManipulatorLink, RkXmlCompoundType, RkManipulator::RkManipulatorLinkToken> {
  public:
   // A revolute joint turns by its position (radians) about the axis; a prismatic one shifts by its position
   // (length unit) along it.

@@ -3,14 +3,15 @@
 // positions (radians or length unit) and velocities (per second), one entry per joint:
 //   <positionState><basePlacement>...</basePlacement><jointPositions count="2"><group>0.1 0.2</group>
 //   </jointPositions><jointVelocities count="2"><group>0 0</group></jointVelocities></positionState>
-#include "manipulator/RkManipulatorTokens.h"
 #include "foundation/RkCoordinateSystemTransformation.h"
+#include "manipulator/RkManipulatorTokens.h"
 #include "xml/RkXmlBasicType.h"
 #include "xml/RkXmlCompoundType.h"
-#include "xml/RkXmlVectorType.h"
 #include "xml/RkXmlConcreteClass.h"
+#include "xml/RkXmlVectorType.h"
 
-class RkPositionState : public RkXmlConcreteClass<RkPositionState, RkXmlCompoundType, RkManipulator::RkPositionStateToken> {
+class RkPositionState
+    : public RkXmlConcreteClass<RkPositionState, RkXmlCompoundType, RkManipulator::RkPositionStateToken> {
  public:
   typedef RkXmlVectorType<RkXmlBasicType<RkReal>> RealVector;
 

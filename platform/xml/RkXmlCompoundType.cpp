@@ -33,8 +33,8 @@ void RkXmlCompoundType::addComponent(const RkToken& tag, const RkXmlObject* fiel
                                      bool (*equal)(const RkXmlObject&, const RkXmlObject&)) {
   // Only the framework's one call per class registers; a class calling it itself registers nothing.
   if (!t_building || t_prototype != this) return;
-  const std::ptrdiff_t offset =
-      reinterpret_cast<const char*>(field) - reinterpret_cast<const char*>(static_cast<const RkXmlCompoundType*>(this));
+  const std::ptrdiff_t offset = reinterpret_cast<const char*>(field) -
+                                reinterpret_cast<const char*>(static_cast<const RkXmlCompoundType*>(this));
   t_building->push_back({tag, offset, kind, equal});
 }
 

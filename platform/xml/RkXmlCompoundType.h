@@ -3,14 +3,12 @@
 // calls it once per class, on a fresh object, and keeps where each field lies, so every object of the class
 // shares one field list and reading, writing or comparing never changes the object it is given.
 #include <cstddef>
-#include <type_traits>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "xml/RkXmlObject.h"
 #include "xml/RkXmlTextType.h"
-
-
 
 class RkXmlCompoundType : public RkXmlObject {
  public:

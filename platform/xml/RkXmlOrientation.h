@@ -6,14 +6,15 @@
 #include "xml/RkXmlTextType.h"
 #include "xml/RkXmlTokens.h"
 
-class RkXmlOrientation : public RkXmlConcreteClass<RkXmlOrientation, RkXmlTextType, RkXml::RkOrientationTypeToken>, public RkOrientation {
+class RkXmlOrientation
+    : public RkXmlConcreteClass<RkXmlOrientation, RkXmlTextType, RkXml::RkOrientationTypeToken>,
+      public RkOrientation {
  public:
   RkXmlOrientation() = default;
   RkXmlOrientation(const RkOrientation& orientation) : RkOrientation(orientation) {}
 
   bool operator==(const RkXmlOrientation& other) const { return RkOrientation::operator==(other); }
   bool operator!=(const RkXmlOrientation& other) const { return !(*this == other); }
-
 
   void formatText(std::string& out) const override;
   // Any non-zero quaternion is accepted and normalised.

@@ -3,8 +3,8 @@
 //   <manipulationFrameContainer><standardManipulationFrame>...</standardManipulationFrame></...>
 // The container owns its element: a copy clones it, a move takes it over.
 #include <type_traits>
-#include <utility>
 #include <typeinfo>
+#include <utility>
 
 #include "foundation/RkPrint.h"
 #include "xml/RkXmlBaseVariableCompoundType.h"

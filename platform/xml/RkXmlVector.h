@@ -5,7 +5,8 @@
 #include "xml/RkXmlTextType.h"
 #include "xml/RkXmlTokens.h"
 
-class RkXmlVector : public RkXmlConcreteClass<RkXmlVector, RkXmlTextType, RkXml::RkVector3Token>, public RkVector {
+class RkXmlVector : public RkXmlConcreteClass<RkXmlVector, RkXmlTextType, RkXml::RkVector3Token>,
+                    public RkVector {
  public:
   RkXmlVector() = default;
   RkXmlVector(RkReal x, RkReal y, RkReal z) : RkVector(x, y, z) {}
@@ -13,7 +14,6 @@ class RkXmlVector : public RkXmlConcreteClass<RkXmlVector, RkXmlTextType, RkXml:
 
   bool operator==(const RkXmlVector& other) const { return RkVector::operator==(other); }
   bool operator!=(const RkXmlVector& other) const { return !(*this == other); }
-
 
   void formatText(std::string& out) const override;
   RkBoolean parseText(std::string_view text) override;

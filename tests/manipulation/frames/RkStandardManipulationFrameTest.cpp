@@ -60,8 +60,8 @@ const RkToken RkClockOffsetStateToken = RkXml::qualifiedToken("clockOffsetState"
 const RkToken RkClockOffsetToken = RkXml::qualifiedToken("clockOffset");
 
 // Records the time of its last update as its placement.
-class RkClockOffsetState : public RkXmlConcreteClass<RkClockOffsetState, RkManipulationOffsetState,
-                                                     RkClockOffsetStateToken> {
+class RkClockOffsetState
+    : public RkXmlConcreteClass<RkClockOffsetState, RkManipulationOffsetState, RkClockOffsetStateToken> {
  public:
   const RkEndEffectorPlacement& currentOffsetTransformation() const override { return m_placement; }
   const RkEndEffectorPlacement& goalOffsetTransformation() const override { return m_placement; }
@@ -194,7 +194,8 @@ TEST(RkStandardManipulationFrame, failing_offset_leaves_the_previous_cycles_plac
   EXPECT_EQ(state.currentEndEffectorPlacement(), before.currentEndEffectorPlacement());
   EXPECT_EQ(state.goalEndEffectorPlacement(), before.goalEndEffectorPlacement());
   EXPECT_EQ(state.transitionEventStateContainer(), before.transitionEventStateContainer());
-  EXPECT_EQ(dynamic_cast<const RkClockOffsetState&>(*state.offsetState(0)).m_placement.placement(), placementAt(1.0, 0, 0));
+  EXPECT_EQ(dynamic_cast<const RkClockOffsetState&>(*state.offsetState(0)).m_placement.placement(),
+            placementAt(1.0, 0, 0));
   EXPECT_EQ(capture.text(), "RkStandardManipulationFrame::update manipulation offset failed to update.\n");
 }
 

@@ -1,5 +1,5 @@
-// Whole runs: filled tasks and run states round-trip, a run checkpointed to XML mid-way resumes identically, one description
-// serves two runs side by side, and steady-state cycles allocate nothing.
+// Whole runs: filled tasks and run states round-trip, a run checkpointed to XML mid-way resumes identically,
+// one description serves two runs side by side, and steady-state cycles allocate nothing.
 #include <gtest/gtest.h>
 
 #include <vector>

@@ -44,7 +44,8 @@ std::unique_ptr<RkManipulationFrame> frameRunning(const RkXmlObject& kind) {
     return std::unique_ptr<RkManipulationFrame>(static_cast<RkManipulationFrame*>(frame->clone()));
   }
   if (auto* event = dynamic_cast<const RkManipulationFrameTransitionEvent*>(&kind)) {
-    return std::make_unique<RkStandardManipulationFrame>(standardFrame("event", {placementAt(0, 0, 0)}, *event));
+    return std::make_unique<RkStandardManipulationFrame>(
+        standardFrame("event", {placementAt(0, 0, 0)}, *event));
   }
   if (auto* offset = dynamic_cast<const RkManipulationOffset*>(&kind)) {
     auto frame = std::make_unique<RkStandardManipulationFrame>(standardFrame("offset", {}, lasting(0.5)));
@@ -74,10 +75,10 @@ TEST(RkManipulationVocabulary, every_class_the_documents_can_hold_reads_back_equ
     }
   }
   // The walk reaches every family through its container's creators: a few landmarks of each.
-  for (const char* name : {"manipulationSequence", "manipulationSequenceState", "standardManipulationFrame",
-                           "standardManipulationFrameState", "constantManipulationOffset",
-                           "constantManipulationOffsetState", "timeDurationTransitionEvent",
-                           "timeDurationTransitionEventState", "manipulationActionContainer"}) {
+  for (const char* name :
+       {"manipulationSequence", "manipulationSequenceState", "standardManipulationFrame",
+        "standardManipulationFrameState", "constantManipulationOffset", "constantManipulationOffsetState",
+        "timeDurationTransitionEvent", "timeDurationTransitionEventState", "manipulationActionContainer"}) {
     EXPECT_TRUE(met[name]) << name << " is not reached from the library's documents";
   }
   // Every creator of every container met made a class that was met too.

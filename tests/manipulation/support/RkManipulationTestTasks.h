@@ -13,7 +13,9 @@
 
 inline const RkToken RkCountdownEventStateToken = RkXml::qualifiedToken("countdownEventState");
 
-class RkCountdownEventState : public RkXmlConcreteClass<RkCountdownEventState, RkManipulationFrameTransitionEventState, RkCountdownEventStateToken> {
+class RkCountdownEventState
+    : public RkXmlConcreteClass<RkCountdownEventState, RkManipulationFrameTransitionEventState,
+                                RkCountdownEventStateToken> {
  public:
   RkXmlBasicType<RkU32> m_remaining;
 
@@ -23,7 +25,8 @@ class RkCountdownEventState : public RkXmlConcreteClass<RkCountdownEventState, R
 
 inline const RkToken RkCountdownEventToken = RkXml::qualifiedToken("countdownEvent");
 
-class RkCountdownEvent : public RkXmlConcreteClass<RkCountdownEvent, RkManipulationFrameTransitionEvent, RkCountdownEventToken> {
+class RkCountdownEvent
+    : public RkXmlConcreteClass<RkCountdownEvent, RkManipulationFrameTransitionEvent, RkCountdownEventToken> {
  public:
   explicit RkCountdownEvent(RkU32 updates = 0, bool failAtEnd = false)
       : m_updates(updates), m_failAtEnd(failAtEnd) {}

@@ -41,9 +41,9 @@ class RkSampleSquare : public RkXmlConcreteClass<RkSampleSquare, RkSampleShape, 
 
 inline const RkToken RkSampleShapeContainerToken = RkXml::qualifiedToken("sampleShapeContainer");
 
-class RkSampleShapeContainer : public RkXmlFamilyContainer<RkSampleShapeContainer, RkSampleShape, RkSampleShapeContainerToken> {
+class RkSampleShapeContainer
+    : public RkXmlFamilyContainer<RkSampleShapeContainer, RkSampleShape, RkSampleShapeContainerToken> {
  public:
-
  protected:
   void registerComponentCreators() override {
     registerComponentCreator(RkSampleCircle::classToken(), &RkSampleCircle::creator);

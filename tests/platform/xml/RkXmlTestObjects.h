@@ -53,7 +53,6 @@ class RkTestLeaf : public RkXmlConcreteClass<RkTestLeaf, RkXmlCompoundType, RkTe
   RkTestLeaf(RkReal length, const std::string& name, RkU32 count)
       : m_length(length), m_name(name), m_count(count) {}
 
-
   RkXmlBasicType<RkReal> m_length;
   RkXmlBasicType<std::string> m_name;
   RkXmlBasicType<RkU32> m_count;
@@ -71,7 +70,6 @@ inline const RkToken RkTestOtherLeafToken = RkXml::qualifiedToken("testOtherLeaf
 
 class RkTestOtherLeaf : public RkXmlConcreteClass<RkTestOtherLeaf, RkXmlCompoundType, RkTestOtherLeafToken> {
  public:
-
   RkXmlBasicType<std::string> m_label;  // an attribute
   RkXmlBasicType<RkBoolean> m_enabled;
   RkXmlBasicType<int> m_offset;
@@ -90,9 +88,9 @@ class RkTestOtherLeaf : public RkXmlConcreteClass<RkTestOtherLeaf, RkXmlCompound
 // Holds either leaf class.
 inline const RkToken RkTestLeafContainerToken = RkXml::qualifiedToken("testLeafContainer");
 
-class RkTestLeafContainer : public RkXmlFamilyContainer<RkTestLeafContainer, RkXmlCompoundType, RkTestLeafContainerToken> {
+class RkTestLeafContainer
+    : public RkXmlFamilyContainer<RkTestLeafContainer, RkXmlCompoundType, RkTestLeafContainerToken> {
  public:
-
  protected:
   void registerComponentCreators() override {
     registerComponentCreator(RkTestLeaf::classToken(), &RkTestLeaf::creator);
@@ -140,7 +138,8 @@ class RkTestPolygon : public RkXmlConcreteClass<RkTestPolygon, RkTestShape, RkTe
 
 inline const RkToken RkTestShapeContainerToken = RkXml::qualifiedToken("testShapeContainer");
 
-class RkTestShapeContainer : public RkXmlFamilyContainer<RkTestShapeContainer, RkTestShape, RkTestShapeContainerToken> {
+class RkTestShapeContainer
+    : public RkXmlFamilyContainer<RkTestShapeContainer, RkTestShape, RkTestShapeContainerToken> {
  public:
   RkTestShapeContainer() = default;
   explicit RkTestShapeContainer(const RkTestShape& shape) { setElement(shape); }
@@ -159,7 +158,6 @@ class RkTestHolder : public RkXmlConcreteClass<RkTestHolder, RkXmlCompoundType, 
   typedef RkXmlBasicType<std::string> Name;
   typedef RkXmlVectorType<RkTestShapeContainer> ShapeVector;
   typedef RkXmlMapType<Name, ShapeVector> ShapeMap;
-
 
   // A holder with every field filled: entries names, leaves and others, and entries maps of two shape
   // lists each. Strings include ones that must be quoted or escaped.
