@@ -1,17 +1,26 @@
 #pragma once
 // What most transition-event kinds share, written once: Derived, whose state class is State and element
-// name Token, gets calculateEndState (a fresh State), and init and update handed to its initState and
-// updateState with its own state class.
+// name Token, gets calculateEndState (a fresh State), and init and update handed to its initState(time,
+// context, state) and updateState(time, context, state) with its own state class and an
+// RkManipulationFrameTransitionEventContext.
 #include "events/RkManipulationFrameTransitionEvent.h"
 #include "events/RkManipulationFrameTransitionEventStateContainer.h"
 #include "sequencing/RkManipulationTokens.h"
 #include "xml/RkXmlConcreteClass.h"
+
+// Where an event is asked from: the cycle's inputs, its frame, and the frame's state (null during init).
+struct RkManipulationFrameTransitionEventContext {
+  const RkManipulationUpdateParams& params;
+  const RkManipulationFrame& frame;
+  const RkManipulationFrameState* frameState;
+};
 
 template <class Derived, class StateClass, const RkToken& Token>
 class RkManipulationFrameTransitionEventKind
     : public RkXmlConcreteClass<Derived, RkManipulationFrameTransitionEvent, Token> {
  public:
   typedef StateClass State;
+  typedef RkManipulationFrameTransitionEventContext Context;
 
   RkManipulationFrameTransitionEventStateContainer calculateEndState(
       const RkManipulationUpdateParams&, const RkManipulationFrame&) const override {
@@ -21,14 +30,14 @@ class RkManipulationFrameTransitionEventKind
   }
   RkBoolean init(RkReal time, const RkManipulationUpdateParams& params, const RkManipulationFrame& frame,
                  RkManipulationFrameTransitionEventStateContainer& stateContainer) const override {
-    return self().initState(time, params, frame, stateContainer.template setNewElement<State>());
+    return self().initState(time, {params, frame, nullptr}, stateContainer.template setNewElement<State>());
   }
   // Real-time safe when Derived's updateState is.
   RkManipulationStatus::Enum update(RkReal time, const RkManipulationUpdateParams& params,
                                     const RkManipulationFrame& frame,
                                     const RkManipulationFrameState& frameState,
                                     RkManipulationFrameTransitionEventState& state) const override {
-    return self().updateState(time, params, frame, frameState, dynamic_cast<State&>(state));
+    return self().updateState(time, {params, frame, &frameState}, dynamic_cast<State&>(state));
   }
 
  private:

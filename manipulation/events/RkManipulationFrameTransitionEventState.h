@@ -1,6 +1,8 @@
 #pragma once
-// The abstract state of a running transition event.
+// The abstract state of a running transition event; includes what every kind of state is written with.
 #include "foundation/RkBaseExpressionTreeElement.h"
-#include "sequencing/RkManipulationVersion.h"
+#include "sequencing/RkManipulationTokens.h"
+#include "xml/RkXmlBasicType.h"
+#include "xml/RkXmlConcreteClass.h"
 
 class RkManipulationFrameTransitionEventState : public RkBaseExpressionTreeElement {};

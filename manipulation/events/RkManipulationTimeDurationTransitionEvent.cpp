@@ -2,8 +2,7 @@
 
 #include "foundation/RkPrint.h"
 
-RkBoolean RkManipulationTimeDurationTransitionEvent::initState(RkReal time, const RkManipulationUpdateParams&,
-                                                               const RkManipulationFrame&,
+RkBoolean RkManipulationTimeDurationTransitionEvent::initState(RkReal time, const Context&,
                                                                State& state) const {
   // Written so that a duration that is not a number is refused too.
   if (!(m_timeDuration.value() > 0.0)) {

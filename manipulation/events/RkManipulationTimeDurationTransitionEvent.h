@@ -10,12 +10,9 @@ class RkManipulationTimeDurationTransitionEvent
           RkManipulation::RkManipulationTimeDurationTransitionEventToken> {
  public:
   // Turns the duration into an absolute trigger time; a duration that is not positive is refused.
-  RkBoolean initState(RkReal time, const RkManipulationUpdateParams&, const RkManipulationFrame&,
-                      State& state) const;
+  RkBoolean initState(RkReal time, const Context&, State& state) const;
   // Complete from the cycle whose time reaches the trigger time on. Real-time safe.
-  RkManipulationStatus::Enum updateState(RkReal time, const RkManipulationUpdateParams&,
-                                         const RkManipulationFrame&, const RkManipulationFrameState&,
-                                         State& state) const {
+  RkManipulationStatus::Enum updateState(RkReal time, const Context&, State& state) const {
     return time >= state.triggerTime() ? RkManipulationStatus::Complete : RkManipulationStatus::InProgress;
   }
 

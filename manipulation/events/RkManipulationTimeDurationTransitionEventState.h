@@ -1,9 +1,6 @@
 #pragma once
 // The state of a time-duration event: the absolute time, in seconds, at which it fires.
 #include "events/RkManipulationFrameTransitionEventState.h"
-#include "sequencing/RkManipulationTokens.h"
-#include "xml/RkXmlBasicType.h"
-#include "xml/RkXmlConcreteClass.h"
 
 class RkManipulationTimeDurationTransitionEventState
     : public RkXmlConcreteClass<RkManipulationTimeDurationTransitionEventState,
@@ -11,7 +8,7 @@ class RkManipulationTimeDurationTransitionEventState
                                 RkManipulation::RkManipulationTimeDurationTransitionEventStateToken> {
  public:
   virtual RkReal triggerTime() const { return m_triggerTime; }
-  virtual void setTriggerTime(RkReal time);
+  virtual void setTriggerTime(RkReal time) { m_triggerTime = time; }
 
  protected:
   void registerComponents() override {

@@ -1,8 +1,6 @@
 #pragma once
 // The state of a constant offset: it records nothing, since the goal lives in the offset itself.
 #include "offsets/RkManipulationOffsetState.h"
-#include "sequencing/RkManipulationTokens.h"
-#include "xml/RkXmlConcreteClass.h"
 
 class RkConstantManipulationOffsetState
     : public RkXmlConcreteClass<RkConstantManipulationOffsetState, RkManipulationOffsetState,

@@ -1,7 +1,10 @@
 #pragma once
-// The abstract state of a running offset: the placements it commands now and aims at.
+// The abstract state of a running offset: the placements it commands now and aims at. Includes what every
+// kind of state is written with.
 #include "foundation/RkBaseExpressionTreeElement.h"
-#include "sequencing/RkManipulationVersion.h"
+#include "sequencing/RkManipulationTokens.h"
+#include "xml/RkXmlBasicType.h"
+#include "xml/RkXmlConcreteClass.h"
 
 class RkEndEffectorPlacement;
 
