@@ -7,6 +7,7 @@
 
 #include "foundation/RkINT2STRING.h"
 #include "foundation/RkPrint.h"
+#include "xml/RkXmlConcreteClass.h"
 #include "xml/RkXmlObject.h"
 #include "xml/RkXmlObjectVisitor.h"
 #include "xml/RkXmlReader.h"
@@ -15,7 +16,7 @@
 #include "xml/RkXmlWriter.h"
 
 template <class K, class V>
-class RkXmlMapType : public RkXmlObject {
+class RkXmlMapType : public RkXmlConcreteClass<RkXmlMapType<K, V>, RkXmlObject, RkXml::RkMapTypeToken> {
  public:
   // Transparent ordering: a key can be found by its bare value (a name) without building a K.
   typedef std::map<K, V, std::less<>> Map;
@@ -36,14 +37,6 @@ class RkXmlMapType : public RkXmlObject {
   }
   bool operator!=(const RkXmlMapType& other) const { return !(*this == other); }
 
-  RkBoolean equality(const RkXmlObject* other) const override {
-    const RkXmlMapType* same = dynamic_cast<const RkXmlMapType*>(other);
-    return same && *this == *same;
-  }
-  RkXmlObject* newObject() const override { return new RkXmlMapType; }
-  RkXmlObject* clone() const override { return new RkXmlMapType(*this); }
-  const RkToken& token() const override { return classToken(); }
-  static const RkToken& classToken() { return RkXml::RkMapTypeToken; }
   static RkXmlMapType nullObject() { return RkXmlMapType(); }
   void accept(RkXmlObjectVisitor* visitor) const override { visitor->visit(this); }
 

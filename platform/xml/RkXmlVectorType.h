@@ -11,6 +11,7 @@
 
 #include "foundation/RkINT2STRING.h"
 #include "foundation/RkPrint.h"
+#include "xml/RkXmlConcreteClass.h"
 #include "xml/RkXmlObject.h"
 #include "xml/RkXmlObjectVisitor.h"
 #include "xml/RkXmlReader.h"
@@ -20,7 +21,7 @@
 #include "xml/RkXmlWriter.h"
 
 template <class T>
-class RkXmlVectorType : public RkXmlObject {
+class RkXmlVectorType : public RkXmlConcreteClass<RkXmlVectorType<T>, RkXmlObject, RkXml::RkVectorTypeToken> {
  public:
   RkXmlVectorType() = default;
   explicit RkXmlVectorType(RkU32 count) : m_elements(count) {}
@@ -43,14 +44,6 @@ class RkXmlVectorType : public RkXmlObject {
   T& operator[](RkU32 index) { return m_elements[index]; }
   const T& operator[](RkU32 index) const { return m_elements[index]; }
 
-  RkBoolean equality(const RkXmlObject* other) const override {
-    const RkXmlVectorType* same = dynamic_cast<const RkXmlVectorType*>(other);
-    return same && *this == *same;
-  }
-  RkXmlObject* newObject() const override { return new RkXmlVectorType; }
-  RkXmlObject* clone() const override { return new RkXmlVectorType(*this); }
-  const RkToken& token() const override { return classToken(); }
-  static const RkToken& classToken() { return RkXml::RkVectorTypeToken; }
   static RkXmlVectorType nullObject() { return RkXmlVectorType(); }
   void accept(RkXmlObjectVisitor* visitor) const override { visitor->visit(this); }
 
