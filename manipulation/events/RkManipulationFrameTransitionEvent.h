@@ -1,6 +1,6 @@
 #pragma once
 // The abstract transition event: decides when its frame has ended. Constant while it runs.
-#include "foundation/RkBaseExpressionTreeElement.h"
+#include "common/RkBaseExpressionTreeElement.h"
 #include "sequencing/RkManipulationStatus.h"
 #include "sequencing/RkManipulationUpdateParams.h"
 

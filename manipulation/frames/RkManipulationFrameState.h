@@ -1,6 +1,6 @@
 #pragma once
 // The abstract state of a running frame: its offsets' states and the placements they give.
-#include "foundation/RkBaseExpressionTreeElement.h"
+#include "common/RkBaseExpressionTreeElement.h"
 #include "sequencing/RkManipulationVersion.h"
 #include "xml/RkXmlVectorType.h"
 

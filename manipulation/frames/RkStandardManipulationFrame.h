@@ -9,7 +9,7 @@
 //       <timeDuration>2</timeDuration></timeDurationTransitionEvent></manipulationFrameTransitionEventContainer>
 //   </standardManipulationFrame>
 #include "events/RkManipulationFrameTransitionEventContainer.h"
-#include "foundation/RkDataMap.h"
+#include "common/RkDataMap.h"
 #include "frames/RkManipulationFrame.h"
 #include "frames/RkStandardManipulationFrameState.h"
 #include "offsets/RkManipulationOffsetContainer.h"

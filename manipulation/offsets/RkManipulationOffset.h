@@ -4,7 +4,7 @@
 #include <map>
 #include <string>
 
-#include "foundation/RkBaseExpressionTreeElement.h"
+#include "common/RkBaseExpressionTreeElement.h"
 #include "sequencing/RkManipulationStatus.h"
 #include "sequencing/RkManipulationUpdateParams.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 // The abstract state of a running offset: the placements it commands now and aims at. Includes what every
 // kind of state is written with.
-#include "foundation/RkBaseExpressionTreeElement.h"
+#include "common/RkBaseExpressionTreeElement.h"
 #include "sequencing/RkManipulationTokens.h"
 #include "xml/RkXmlBasicType.h"
 #include "xml/RkXmlConcreteClass.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "foundation/RkBaseExpressionTreeElement.h"
+#include "common/RkBaseExpressionTreeElement.h"
 #include "sequencing/RkManipulationStatus.h"
 #include "sequencing/RkManipulationUpdateParams.h"
 #include "xml/RkXmlBasicType.h"

@@ -1,6 +1,6 @@
 #pragma once
 // The abstract state of an action: what a running sequence or waypoint sequence records.
-#include "foundation/RkBaseExpressionTreeElement.h"
+#include "common/RkBaseExpressionTreeElement.h"
 #include "sequencing/RkManipulationVersion.h"
 
 class RkManipulationActionState : public RkBaseExpressionTreeElement {};

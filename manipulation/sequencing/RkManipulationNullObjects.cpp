@@ -1,7 +1,7 @@
 #include "sequencing/RkManipulationNullObjects.h"
 
 #include "control/RkEndEffectorPlacement.h"
-#include "foundation/RkDataMap.h"
+#include "common/RkDataMap.h"
 
 namespace RkManipulationNullObjects {
 namespace {

@@ -2,7 +2,7 @@
 // The per-cycle inputs the caller fills before each control cycle and hands, by const reference, to every
 // init and update. The data map is the one member the library writes: a parametric frame publishes its
 // current value there for the offsets of the frame it runs.
-#include "foundation/RkDataMap.h"
+#include "common/RkDataMap.h"
 #include "sequencing/RkManipulationVersion.h"
 
 class RkStatedSystem;

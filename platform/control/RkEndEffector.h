@@ -4,7 +4,7 @@
 // placement is from a goal.
 #include <string>
 
-#include "foundation/RkCoordinateSystemTransformation.h"
+#include "common/RkCoordinateSystemTransformation.h"
 #include "xml/RkXmlBasicType.h"
 #include "xml/RkXmlCompoundType.h"
 

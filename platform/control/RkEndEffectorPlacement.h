@@ -3,7 +3,7 @@
 //   <endEffectorPlacement><placement><translation>0.4 0 0.3</translation>
 //   <orientation>1 0 0 0</orientation></placement></endEffectorPlacement>
 #include "control/RkControlTokens.h"
-#include "foundation/RkCoordinateSystemTransformation.h"
+#include "common/RkCoordinateSystemTransformation.h"
 #include "xml/RkXmlCompoundType.h"
 #include "xml/RkXmlConcreteClass.h"
 

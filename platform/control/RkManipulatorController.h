@@ -2,7 +2,7 @@
 // The controller of one manipulator, as the manipulation library sees it. A robot controller implements it;
 // end-effector indices count within the active end-effector set.
 #include "control/RkEndEffectorSet.h"
-#include "foundation/RkCoordinateSystemTransformation.h"
+#include "common/RkCoordinateSystemTransformation.h"
 #include "foundation/RkVector.h"
 #include "xml/RkXmlBasicType.h"
 #include "xml/RkXmlVectorType.h"

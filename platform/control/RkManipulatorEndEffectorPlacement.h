@@ -5,7 +5,7 @@
 //   <translation>0 0 0.1</translation><orientation>1 0 0 0</orientation>
 //   </element></offsetTransformations></manipulatorEndEffectorPlacement>
 #include "control/RkControlTokens.h"
-#include "foundation/RkCoordinateSystemTransformation.h"
+#include "common/RkCoordinateSystemTransformation.h"
 #include "xml/RkXmlCompoundType.h"
 #include "xml/RkXmlConcreteClass.h"
 #include "xml/RkXmlVectorType.h"

@@ -3,7 +3,7 @@
 // manipulator and the placements they drive toward. A robot controller implements it.
 #include "control/RkManipulatorController.h"
 #include "control/RkManipulatorEndEffectorPlacement.h"
-#include "foundation/RkCoordinateSystemTransformation.h"
+#include "common/RkCoordinateSystemTransformation.h"
 #include "xml/RkXmlVectorType.h"
 
 class RkPositionControlSystem {

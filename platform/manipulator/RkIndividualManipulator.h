@@ -7,7 +7,7 @@
 //   <links count="2"><element>...</element><element>...</element></links></individualManipulator>
 #include <string>
 
-#include "foundation/RkCoordinateSystemTransformation.h"
+#include "common/RkCoordinateSystemTransformation.h"
 #include "manipulator/RkManipulatorLink.h"
 #include "manipulator/RkManipulatorTokens.h"
 #include "xml/RkXmlBasicType.h"

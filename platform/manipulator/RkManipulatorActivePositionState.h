@@ -4,7 +4,7 @@
 // manipulator gains links).
 #include <vector>
 
-#include "foundation/RkCoordinateSystemTransformation.h"
+#include "common/RkCoordinateSystemTransformation.h"
 #include "manipulator/RkPositionState.h"
 
 class RkIndividualManipulator;

@@ -9,7 +9,7 @@
 //   <jointAxis>0 0 1</jointAxis><dhOffset>...</dhOffset></manipulatorLink>
 #include <string>
 
-#include "foundation/RkCoordinateSystemTransformation.h"
+#include "common/RkCoordinateSystemTransformation.h"
 #include "manipulator/RkManipulatorTokens.h"
 #include "xml/RkXmlBasicType.h"
 #include "xml/RkXmlCompoundType.h"

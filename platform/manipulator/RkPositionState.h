@@ -3,7 +3,7 @@
 // positions (radians or length unit) and velocities (per second), one entry per joint:
 //   <positionState><basePlacement>...</basePlacement><jointPositions count="2"><group>0.1 0.2</group>
 //   </jointPositions><jointVelocities count="2"><group>0 0</group></jointVelocities></positionState>
-#include "foundation/RkCoordinateSystemTransformation.h"
+#include "common/RkCoordinateSystemTransformation.h"
 #include "manipulator/RkManipulatorTokens.h"
 #include "xml/RkXmlBasicType.h"
 #include "xml/RkXmlCompoundType.h"

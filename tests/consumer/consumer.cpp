@@ -2,7 +2,7 @@
 #include <cstdio>
 #include <string>
 
-#include "foundation/RkCoordinateSystemTransformation.h"
+#include "common/RkCoordinateSystemTransformation.h"
 #include "sequencing/RkManipulationTokens.h"
 #include "xml/RkXmlReader.h"
 #include "xml/RkXmlWriter.h"

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <random>
 
-#include "foundation/RkCoordinateSystemTransformation.h"
-#include "foundation/RkDataMap.h"
+#include "common/RkCoordinateSystemTransformation.h"
+#include "common/RkDataMap.h"
 #include "foundation/RkPrint.h"
 #include "support/RkRoundTrip.h"
 

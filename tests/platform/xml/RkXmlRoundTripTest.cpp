@@ -5,8 +5,8 @@
 #include <cmath>
 #include <limits>
 
-#include "foundation/RkCoordinateSystemTransformation.h"
-#include "foundation/RkDataMap.h"
+#include "common/RkCoordinateSystemTransformation.h"
+#include "common/RkDataMap.h"
 #include "foundation/RkPrint.h"
 #include "platform/xml/RkXmlSampleShapes.h"
 #include "support/RkRoundTrip.h"

@@ -1,6 +1,6 @@
 #pragma once
 // A small polymorphic family for the container tests: circles and squares in a shape container.
-#include "foundation/RkBaseExpressionTreeElement.h"
+#include "common/RkBaseExpressionTreeElement.h"
 #include "xml/RkXmlBasicType.h"
 #include "xml/RkXmlConcreteClass.h"
 #include "xml/RkXmlFamilyContainer.h"

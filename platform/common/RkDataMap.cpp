@@ -1,4 +1,4 @@
-#include "foundation/RkDataMap.h"
+#include "common/RkDataMap.h"
 
 namespace RkFoundCommon {
 __attribute__((init_priority(101))) const RkToken RkDataMapToken = RkXml::qualifiedToken("dataMap");

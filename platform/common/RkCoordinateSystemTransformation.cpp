@@ -1,4 +1,4 @@
-#include "foundation/RkCoordinateSystemTransformation.h"
+#include "common/RkCoordinateSystemTransformation.h"
 
 #include "xml/RkXmlTokens.h"
 
