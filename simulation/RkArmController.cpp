@@ -426,6 +426,18 @@ bool RkArmController::searchConfiguration() {
   return bestDuration < kInfinity;
 }
 
+bool RkArmController::canReach(int endEffector, const Eigen::Isometry3d& goal) const {
+  if (endEffector < 0 || endEffector >= endEffectorCount() || !isRigid(goal)) return false;
+  RkArmController probe(*this);
+  probe.m_settings.recoverySeeds = std::max(probe.m_settings.recoverySeeds, Settings().recoverySeeds);
+  for (Effector& e : probe.m_effectors) e.status.active = false;
+  Effector& target = probe.m_effectors[endEffector];
+  target.status.active = true;
+  target.status.hasGoal = true;
+  target.status.goal = goal;
+  return probe.searchConfiguration();
+}
+
 void RkArmController::recoverIfStalled() {
   if (m_searched || m_approaching || m_settings.recoverySeeds == 0) return;
   bool stalled = false;

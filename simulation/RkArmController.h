@@ -107,6 +107,10 @@ class RkArmController {
 
   // Moves the arm by one cycle of dt seconds; false when dt is not a positive finite number.
   bool step(double dt, std::string& error);
+  // Whether joint positions within the limits put end effector `endEffector` at `goal` (a point: its
+  // position), searched as the stall recovery searches, on a copy of this controller, which stays as it is.
+  bool canReach(int endEffector, const Eigen::Isometry3d& goal) const;
+
   // Time simulated since construction (s).
   double time() const { return m_time; }
   // How far ahead of the current time a goal generator should aim so that the controller's reaction delay
