@@ -5,6 +5,7 @@
 #include <fstream>
 #include <set>
 
+#include "control/RkPointEndEffector.h"
 #include "sequencing/RkManipulationActionStateContainer.h"
 #include "sequencing/RkManipulationSequenceManagerState.h"
 #include "sequencing/RkManipulationSequenceState.h"
@@ -135,9 +136,13 @@ bool RkSimulatedTaskRunner::loadRobot(const std::string& urdfPath, const std::st
   if (!hasSetUp) m_setUp = RkSimulatedEndEffectorSets::tipFrame(chain->tipLink());
   std::unique_ptr<RkSimulatedSystem> system(new RkSimulatedSystem);
   if (system->addArm("arm", *chain, RkCoordinateSystemTransformation(), m_setUp, error) < 0) {
-    error = urdfPath + ": " + error;
+    error = (hasSetUp ? setUpPath : urdfPath) + ": " + error;
     return false;
   }
+  const RkEndEffectorSet& driven = m_setUp.endEffectorSets()[m_setUp.activeEndEffectorSet()];
+  m_pointEndEffector.assign(driven.size(), 0);
+  for (RkU32 e = 0; e < driven.size(); ++e)
+    m_pointEndEffector[e] = dynamic_cast<const RkPointEndEffector*>(driven.endEffector(e)) != nullptr;
   m_chain = std::move(chain);
   m_system = std::move(system);
   m_params = RkManipulationUpdateParams();
@@ -229,15 +234,14 @@ std::string RkSimulatedTaskRunner::frameText() const {
   return m_task ? m_task->frameText() : std::string();
 }
 
-void RkSimulatedTaskRunner::placementError(const RkManipulatorEndEffectorPlacement& commanded,
-                                           const RkManipulatorEndEffectorPlacement& actual, double& position,
-                                           double& angle) {
+void RkSimulatedTaskRunner::placementError(double& position, double& angle) const {
   position = 0.0;
   angle = 0.0;
-  const auto& goals = commanded.offsetTransformations();
-  const auto& reached = actual.offsetTransformations();
+  const auto& goals = commanded().offsetTransformations();
+  const auto& reached = actual().offsetTransformations();
   for (RkU32 i = 0; i < goals.size() && i < reached.size(); ++i) {
     position = worse(position, (goals[i].translation() - reached[i].translation()).norm());
+    if (i < m_pointEndEffector.size() && m_pointEndEffector[i]) continue;
     angle = worse(angle, goals[i].orientation().eigen().angularDistance(reached[i].orientation().eigen()));
   }
 }

@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "sequencing/RkManipulationAction.h"
 #include "sequencing/RkManipulationSequenceManager.h"
@@ -64,11 +65,10 @@ class RkSimulatedTaskRunner {
   // Why the last run stopped with Failure when the task itself did not fail; empty otherwise.
   const std::string& failure() const { return m_failure; }
 
-  // The largest position distance (length unit) and angle (rad) between the commanded placements and the
-  // actual ones, over the end effectors the commanded placement names; both 0 when it names none.
-  static void placementError(const RkManipulatorEndEffectorPlacement& commanded,
-                             const RkManipulatorEndEffectorPlacement& actual, double& position,
-                             double& angle);
+  // The largest position distance (length unit) and angle (rad) between commanded() and actual(), over
+  // the end effectors the commanded placement names, a point end effector's angle left out: both 0 when it
+  // names none, NaN when a commanded value is not a number.
+  void placementError(double& position, double& angle) const;
 
  private:
   class Task;
@@ -79,6 +79,7 @@ class RkSimulatedTaskRunner {
   std::unique_ptr<RkKinematicChain> m_chain;
   RkSimulatedEndEffectorSets m_setUp;
   std::unique_ptr<RkSimulatedSystem> m_system;
+  std::vector<char> m_pointEndEffector;  // per end effector of the active set
   RkManipulationUpdateParams m_params;
   double m_rate = 1000.0;
   double m_maxTime = 600.0;

@@ -19,8 +19,7 @@ int validate(const RkValidateOptions& options, std::ostream& out) {
       std::string error;
       RkDiagnostics::Capture capture(diagnostics, options.robotPath);
       robotLoaded = runner.loadRobot(options.robotPath, options.tipLink, error);
-      if (!robotLoaded)
-        diagnostics.error(options.robotPath, 0, error + ", so the task cannot be checked against it");
+      if (!robotLoaded) RkToolPaths::reportRobotError(error, options.robotPath, options.tipLink, diagnostics);
     }
     return robotLoaded ? &runner : nullptr;
   };

@@ -85,7 +85,7 @@ FrameError measure(const RkSimulatedTaskRunner& runner, const RkTaskRunOptions& 
             " \"" + runner.frameText() + "\"";
   e.time = runner.time();
   e.hasGoal = runner.commanded().offsetTransformations().size() > 0;
-  RkSimulatedTaskRunner::placementError(runner.commanded(), runner.actual(), e.position, e.angle);
+  runner.placementError(e.position, e.angle);
   e.reached = e.position <= options.positionTolerance && e.angle <= options.angleTolerance;
   e.badness = std::isnan(e.position) || std::isnan(e.angle)
                   ? INFINITY
@@ -140,10 +140,7 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
     loaded = runner.loadRobot(options.robotPath, options.tipLink, error);
   }
   if (!loaded) {
-    if (options.tipLink.empty() && error.size() >= 18 &&
-        error.compare(error.size() - 18, 18, "name the tip link") == 0)
-      error += " with --tip LINK";
-    diagnostics.error(options.robotPath, 0, error);
+    RkToolPaths::reportRobotError(error, options.robotPath, options.tipLink, diagnostics);
     diagnostics.print(out);
     out << "rkmanip run: the robot " << options.robotPath << " cannot be loaded; nothing was run\n";
     return 2;
@@ -236,8 +233,8 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
     missed += !e.reached;
     if (e.hasGoal && (!worst || e.badness > worst->badness)) worst = &e;
   }
-  std::snprintf(line, sizeof line, " after %.3f s simulated, %ld cycles at %g Hz", runner.time(),
-                runner.cycles(), runner.rate());
+  std::snprintf(line, sizeof line, " after %.3f s simulated, %ld %s at %g Hz", runner.time(), runner.cycles(),
+                runner.cycles() == 1 ? "cycle" : "cycles", runner.rate());
   std::string summary;
   if (status == RkManipulationStatus::Complete) {
     summary = "Complete" + std::string(line);

@@ -7,6 +7,8 @@
 #include <fstream>
 #include <vector>
 
+#include "simulation/RkSimulatedEndEffectorSets.h"
+
 namespace RkToolPaths {
 
 std::string executableDirectory() {
@@ -39,6 +41,21 @@ std::string robotName(const std::string& path) {
   std::string name = slash == std::string::npos ? path : path.substr(slash + 1);
   const std::size_t dot = name.rfind('.');
   return dot == std::string::npos || dot == 0 ? name : name.substr(0, dot);
+}
+
+void reportRobotError(const std::string& error, const std::string& robotPath, const std::string& tipLink,
+                      RkDiagnostics& out) {
+  std::string file = robotPath, text = error;
+  for (const std::string& candidate : {robotPath, RkSimulatedEndEffectorSets::fileFor(robotPath)}) {
+    if (error.compare(0, candidate.size() + 2, candidate + ": ") == 0) {
+      file = candidate;
+      text = error.substr(candidate.size() + 2);
+    }
+  }
+  const std::string ask = "name the tip link";
+  if (tipLink.empty() && text.size() >= ask.size() && text.compare(text.size() - ask.size(), ask.size(), ask) == 0)
+    text += " with --tip LINK";
+  out.error(file, 0, text);
 }
 
 }  // namespace RkToolPaths
