@@ -67,6 +67,14 @@ const char* statusText(RkManipulationStatus::Enum status) {
   }
 }
 
+// The running frame as the tool names it: sequence "approach" frame 2 tagged "at the part" is
+// approach: frame 2 "at the part".
+std::string frameName(const RkSimulatedTaskRunner& runner) {
+  const std::string sequence = runner.sequenceName();
+  return (sequence.empty() ? "" : sequence + ": ") + "frame " + std::to_string(runner.frameIndex() + 1) +
+         " \"" + runner.frameText() + "\"";
+}
+
 // How close the running frame is to its goal at one moment.
 struct FrameError {
   std::string frame;  // sequence "name", frame index and text
@@ -80,9 +88,7 @@ struct FrameError {
 
 FrameError measure(const RkSimulatedTaskRunner& runner, const RkTaskRunOptions& options) {
   FrameError e;
-  const std::string sequence = runner.sequenceName();
-  e.frame = (sequence.empty() ? "" : sequence + ": ") + "frame " + std::to_string(runner.frameIndex() + 1) +
-            " \"" + runner.frameText() + "\"";
+  e.frame = frameName(runner);
   e.time = runner.time();
   e.hasGoal = runner.commanded().offsetTransformations().size() > 0;
   runner.placementError(e.position, e.angle);
@@ -108,9 +114,7 @@ class Progress {
     const Clock::time_point now = Clock::now();
     if (now - m_start < std::chrono::seconds(2) || now - m_last < std::chrono::milliseconds(250)) return;
     m_last = now;
-    std::string text = format("rkmanip run: %.3f s simulated, ", runner.time()) + runner.sequenceName() +
-                       " frame " + std::to_string(runner.frameIndex() + 1) + " \"" + runner.frameText() +
-                       "\"";
+    std::string text = format("rkmanip run: %.3f s simulated, ", runner.time()) + frameName(runner);
     text.resize(std::max<std::size_t>(text.size(), m_width), ' ');
     m_width = text.size();
     m_out << '\r' << text << std::flush;

@@ -53,7 +53,8 @@ void reportRobotError(const std::string& error, const std::string& robotPath, co
     }
   }
   const std::string ask = "name the tip link";
-  if (tipLink.empty() && text.size() >= ask.size() && text.compare(text.size() - ask.size(), ask.size(), ask) == 0)
+  if (tipLink.empty() && text.size() >= ask.size() &&
+      text.compare(text.size() - ask.size(), ask.size(), ask) == 0)
     text += " with --tip LINK";
   out.error(file, 0, text);
 }
