@@ -148,7 +148,9 @@ class RkArmController {
   // When the Cartesian approach has stalled short of the goals, looks for joint positions within the limits
   // that achieve every driven goal and, if found, moves there in joint space.
   void recoverIfStalled();
-  bool searchConfiguration();
+  // Sets m_target to joint positions that achieve every driven goal, the quickest to reach of those found,
+  // or the first found when firstFound; false when none is found.
+  bool searchConfiguration(bool firstFound = false);
 
   RkKinematicChain m_chain;
   Settings m_settings;

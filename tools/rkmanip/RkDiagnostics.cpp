@@ -14,11 +14,15 @@ void RkDiagnostics::warning(const std::string& file, int line, const std::string
 }
 
 void RkDiagnostics::library(const std::string& file, int line, const std::string& text) {
+  m_libraryAt[{file, line}].push_back(m_findings.size());
   m_findings.push_back({Severity::Error, file, line, text, true});
 }
 
 void RkDiagnostics::add(const RkDiagnostics& other) {
-  m_findings.insert(m_findings.end(), other.m_findings.begin(), other.m_findings.end());
+  for (const Finding& finding : other.m_findings) {
+    if (finding.fromLibrary) m_libraryAt[{finding.file, finding.line}].push_back(m_findings.size());
+    m_findings.push_back(finding);
+  }
 }
 
 int RkDiagnostics::errors() const {
@@ -39,8 +43,10 @@ int RkDiagnostics::warnings() const {
 }
 
 bool RkDiagnostics::hasLibraryMessageAt(const std::string& file, int line, const std::string& saying) const {
-  return std::any_of(m_findings.begin(), m_findings.end(), [&](const Finding& f) {
-    return f.fromLibrary && f.file == file && f.line == line && f.text.find(saying) != std::string::npos;
+  const auto found = m_libraryAt.find({file, line});
+  if (found == m_libraryAt.end()) return false;
+  return std::any_of(found->second.begin(), found->second.end(), [&](std::size_t index) {
+    return m_findings[index].text.find(saying) != std::string::npos;
   });
 }
 

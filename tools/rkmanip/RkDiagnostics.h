@@ -1,8 +1,10 @@
 #pragma once
 // The problems found while a document, and the robot it runs on, are read and checked: each names its file
 // and line. The library's own messages keep their text; the tool's are one sentence each.
+#include <map>
 #include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "foundation/RkPrint.h"
@@ -53,4 +55,5 @@ class RkDiagnostics {
 
  private:
   std::vector<Finding> m_findings;
+  std::map<std::pair<std::string, int>, std::vector<std::size_t>> m_libraryAt;  // file and line -> findings
 };

@@ -22,10 +22,6 @@ std::string_view namespaceOf(const xmlNode* node) {
   return node->ns && node->ns->href ? reinterpret_cast<const char*>(node->ns->href) : "";
 }
 
-bool sameName(const xmlNode* a, const xmlNode* b) {
-  return nameOf(a) == nameOf(b) && namespaceOf(a) == namespaceOf(b);
-}
-
 bool named(const xmlNode* node, const RkToken& tag) {
   return nameOf(node) == tag.localName() && namespaceOf(node) == tag.namespaceUri();
 }
@@ -220,15 +216,24 @@ void RkSourceComparison::matchText(xmlNode* source, xmlNode* written) {
 void RkSourceComparison::matchChildren(xmlNode* source, xmlNode* written) {
   const std::vector<xmlNode*> sources = elementChildren(source);
   std::vector<char> used(sources.size(), 0);
+  // The source's children by name, in order, each list with a cursor at its first unused one; map entries
+  // by key. Matching is then linear in the number of children.
+  std::map<std::pair<std::string_view, std::string_view>, std::pair<std::vector<std::size_t>, std::size_t>>
+      byName;
+  std::map<std::string, std::vector<std::size_t>> byKey;
+  std::string key;
+  for (std::size_t i = 0; i < sources.size(); ++i) {
+    byName[{namespaceOf(sources[i]), nameOf(sources[i])}].first.push_back(i);
+    if (entryKey(sources[i], key)) byKey[key].push_back(i);
+  }
   for (xmlNode* child : elementChildren(written)) {
-    std::string key;
     std::size_t found = sources.size();
     if (entryKey(child, key)) {
       // A later entry with the same key replaces an earlier one: the last is the one held.
       std::vector<std::size_t> same;
-      std::string other;
-      for (std::size_t i = 0; i < sources.size(); ++i)
-        if (!used[i] && entryKey(sources[i], other) && other == key) same.push_back(i);
+      for (std::size_t i : byKey[key])
+        if (!used[i]) same.push_back(i);
+      byKey[key].clear();
       if (!same.empty()) found = same.back();
       if (same.size() > 1) {
         std::string lines;
@@ -246,8 +251,12 @@ void RkSourceComparison::matchChildren(xmlNode* source, xmlNode* written) {
                {});
       }
     } else {
-      for (std::size_t i = 0; i < sources.size() && found == sources.size(); ++i)
-        if (!used[i] && sameName(sources[i], child)) found = i;
+      const auto named = byName.find({namespaceOf(child), nameOf(child)});
+      if (named != byName.end()) {
+        auto& [list, cursor] = named->second;
+        while (cursor < list.size() && used[list[cursor]]) ++cursor;
+        if (cursor < list.size()) found = list[cursor];
+      }
     }
     if (found == sources.size()) continue;
     used[found] = 1;
@@ -273,6 +282,15 @@ RkSourceComparison::Place RkSourceComparison::root() const {
 
 RkSourceComparison::Place::Place(const RkSourceComparison* owner, xmlNode* written, int line)
     : m_owner(owner), m_written(written), m_line(line) {}
+
+std::vector<RkSourceComparison::Place> RkSourceComparison::Place::children(const RkToken& tag) const {
+  std::vector<Place> places;
+  if (m_written) {
+    for (xmlNode* child : elementChildren(m_written))
+      if (named(child, tag)) places.push_back(Place(m_owner, child, line()));
+  }
+  return places;
+}
 
 RkSourceComparison::Place RkSourceComparison::Place::child(const RkToken& tag, std::size_t index) const {
   if (m_written) {

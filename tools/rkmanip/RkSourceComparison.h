@@ -29,6 +29,8 @@ class RkSourceComparison {
    public:
     // The index-th child element with the tag (a vector or map holds several "element"s).
     Place child(const RkToken& tag, std::size_t index = 0) const;
+    // Every child element with the tag, in order.
+    std::vector<Place> children(const RkToken& tag) const;
     int line() const;
     // Whether the source holds this place itself, not merely one of its ancestors.
     bool inSource() const;

@@ -99,10 +99,12 @@ void RkTaskChecks::checkManager(const RkManipulationSequenceManager& manager, co
                     (held.empty() ? std::string() : " (it holds " + held + ")") +
                     ", so the run would fail there; add it to the map or remove it from the order");
   }
+  const std::vector<Place> entries = map.children(RkXml::RkElementToken);
   std::size_t index = 0;
   for (const auto& entry : sequences) {
-    checkSequence(entry.second, map.child(RkXml::RkElementToken, index++).child(RkXml::RkValueToken),
-                  entry.first.value());
+    const Place value = index < entries.size() ? entries[index].child(RkXml::RkValueToken) : map;
+    checkSequence(entry.second, value, entry.first.value());
+    ++index;
   }
 }
 
@@ -115,8 +117,9 @@ void RkTaskChecks::checkSequence(const RkManipulationSequence& sequence, const P
     m_out.error(m_file, frames.line(),
                 what + " has no frame, so it cannot start; add frames to its <manipulationFrameVector>");
   }
+  const std::vector<Place> entries = frames.children(RkXml::RkElementToken);
   for (RkU32 i = 0; i < containers.size(); ++i) {
-    const Place entry = frames.child(RkXml::RkElementToken, i);
+    const Place entry = i < entries.size() ? entries[i] : frames;
     const RkManipulationFrame* frame = containers[i].element();
     if (!frame) {
       // A frame whose tag was not read has been reported already.
@@ -216,8 +219,9 @@ void RkTaskChecks::checkOffsets(const RkStandardManipulationFrame& frame, const 
                         ", so the others hold where they are; give one offset per end effector to move them");
     }
   }
+  const std::vector<Place> entries = offsets.children(RkXml::RkElementToken);
   for (RkU32 i = 0; i < count; ++i) {
-    const Place entry = offsets.child(RkXml::RkElementToken, i);
+    const Place entry = i < entries.size() ? entries[i] : offsets;
     const RkManipulationOffset* offset = containers[i].element();
     if (!offset) {
       if (!entry.holdsUnread()) {
@@ -265,11 +269,20 @@ void RkTaskChecks::checkPlacement(const RkEndEffectorPlacement& goal, const Plac
                         ", not 1, and is used normalised; write the unit quaternion meant");
     }
   }
-  if (finite && m_robot && endEffector != 0xFFFFFFFFu &&
-      !m_robot->system().canReach(0, set, endEffector, goal.placement())) {
+  if (finite && m_robot && endEffector != 0xFFFFFFFFu && !reachable(set, endEffector, goal.placement())) {
     m_out.warning(m_file, translation.line(),
                   what + " (" + number(p.x()) + " " + number(p.y()) + " " + number(p.z()) +
                       ") is out of the reach of " + m_robotName +
                       ", so the frame will end short of it; move the goal within reach");
   }
+}
+
+bool RkTaskChecks::reachable(RkU32 set, RkU32 endEffector, const RkCoordinateSystemTransformation& goal) {
+  const RkVector& p = goal.translation();
+  const RkOrientation& q = goal.orientation();
+  const std::vector<double> key{double(set), double(endEffector), p.x(), p.y(), p.z(), q.w(), q.x(), q.y(),
+                                q.z()};
+  const auto found = m_reachable.find(key);
+  if (found != m_reachable.end()) return found->second;
+  return m_reachable[key] = m_robot->system().canReach(0, set, endEffector, goal);
 }

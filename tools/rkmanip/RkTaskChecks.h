@@ -2,13 +2,16 @@
 // The checks of meaning a task passes before it runs: names that resolve, frames that can end, durations
 // and placements that are finite numbers, as many goals as the arm has end effectors, goals the arm can
 // reach. Each finding names the file and the line of the element concerned.
+#include <map>
 #include <string>
+#include <vector>
 
 #include "foundation/RkTypes.h"
 #include "tools/rkmanip/RkDiagnostics.h"
 #include "tools/rkmanip/RkSourceComparison.h"
 
 class RkXmlObject;
+class RkCoordinateSystemTransformation;
 class RkEndEffectorPlacement;
 class RkManipulationSequenceManager;
 class RkManipulationSequence;
@@ -38,9 +41,12 @@ class RkTaskChecks {
   void checkOffsets(const RkStandardManipulationFrame& frame, const Place& place, const std::string& what);
   void checkPlacement(const RkEndEffectorPlacement& goal, const Place& place, const std::string& what,
                       RkU32 set, RkU32 endEffector);
+  // Whether the arm reaches the goal, asked once per set, end effector and goal.
+  bool reachable(RkU32 set, RkU32 endEffector, const RkCoordinateSystemTransformation& goal);
 
   std::string m_file;
   const RkSimulatedTaskRunner* m_robot;
   std::string m_robotName;
   RkDiagnostics& m_out;
+  std::map<std::vector<double>, bool> m_reachable;
 };
