@@ -175,7 +175,7 @@ TEST(RkManipTool, warnings_leave_the_exit_status_alone_unless_strict) {
   EXPECT_NE(lastLine(result.out).find("valid manipulationSequenceManager, round trip exact; 1 warning"),
             std::string::npos);
   EXPECT_EQ(rkmanip({"validate", path, "--strict"}).status, 1);
-  result = rkmanip({"run", path});
+  result = rkmanip({"run", path, "--rate", "250"});
   EXPECT_EQ(result.status, 0) << result.out;
   EXPECT_TRUE(says(result.out, at(path, "0 2 0 0"), warning));
   result = rkmanip({"run", path, "--strict"});
@@ -185,20 +185,20 @@ TEST(RkManipTool, warnings_leave_the_exit_status_alone_unless_strict) {
 
 TEST(RkManipTool, a_goal_out_of_reach_is_warned_of_reported_not_reached_and_fails_when_reaching_is_required) {
   const std::string path = data("unreachable_goal.xml");
-  Result result = rkmanip({"run", path});
+  Result result = rkmanip({"run", path, "--rate", "250"});
   EXPECT_EQ(result.status, 0) << result.out;
   EXPECT_TRUE(
       says(result.out, at(path, "3.5 0 0.3") + " warning:", "(3.5 0 0.3) is out of the reach of ur5e"));
   EXPECT_TRUE(says(result.out, "pick: frame 1 \"far away\"", "NOT reached")) << result.out;
   EXPECT_TRUE(says(result.out, "pick: frame 2 \"back\"", "  reached")) << result.out;
-  EXPECT_TRUE(
-      says(lastLine(result.out), "1 NOT reached", "the worst was pick: frame 1 \"far away\" at 1.000 s"))
+  EXPECT_TRUE(says(lastLine(result.out), "1 NOT reached", "the worst was pick: frame 1 \"far away\" at "))
       << result.out;
-  result = rkmanip({"run", path, "--require-reached"});
+  result = rkmanip({"run", path, "--rate", "250", "--require-reached"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(lastLine(result.out), "rkmanip run: --require-reached: 1 frame ended short of the goal");
   // A looser tolerance does not hide 2.5 m.
-  EXPECT_EQ(rkmanip({"run", path, "--require-reached", "--tolerance", "0.5", "3.2"}).status, 1);
+  EXPECT_EQ(rkmanip({"run", path, "--rate", "250", "--require-reached", "--tolerance", "0.5", "3.2"}).status,
+            1);
 }
 
 TEST(RkManipTool, a_run_tells_where_it_starts_how_each_frame_ended_and_the_truth_at_max_time) {
@@ -229,7 +229,7 @@ TEST(RkManipTool, a_run_tells_where_it_starts_how_each_frame_ended_and_the_truth
 }
 
 TEST(RkManipTool, a_lenient_run_says_so_first_and_a_goal_that_is_not_a_number_never_moves_the_arm) {
-  Result result = rkmanip({"run", data("wrong_count.xml"), "--lenient"});
+  Result result = rkmanip({"run", data("wrong_count.xml"), "--lenient", "--rate", "250"});
   EXPECT_EQ(result.status, 0) << result.out;
   EXPECT_EQ(firstLine(result.out),
             "rkmanip run: --lenient: running " + data("wrong_count.xml") + " despite 1 error, listed below");
@@ -242,7 +242,7 @@ TEST(RkManipTool, a_lenient_run_says_so_first_and_a_goal_that_is_not_a_number_ne
 
 TEST(RkManipTool, every_shipped_robot_runs_with_its_tip_from_its_set_up_or_from_tip) {
   Result result = rkmanip({"run", example("tasks/panda_pick_and_place.xml"), "--robot",
-                           example("robots/panda.urdf"), "--require-reached"});
+                           example("robots/panda.urdf"), "--require-reached", "--rate", "250"});
   EXPECT_EQ(result.status, 0) << result.out;
   EXPECT_EQ(firstLine(result.out).rfind("panda end effector 0 (panda_hand_tcp) starts at 0.3069 0 0.4869", 0),
             0u);
