@@ -136,7 +136,8 @@ const Mistake kMistakes[] = {
 TEST(RkManipTool, clean_documents_pass_validate_with_nothing_printed_but_their_verdict) {
   for (const std::string& path :
        {example("tasks/approach_hold_retreat.xml"), example("tasks/panda_pick_and_place.xml"),
-        example("robots/ur5e.endeffectors.xml"), data("clean_two_frames.xml")}) {
+        example("robots/ur5e.endeffectors.xml"), data("clean_two_frames.xml"),
+        data("state_trigger_nan.xml")}) {
     const Result result = rkmanip({"validate", path});
     EXPECT_EQ(result.status, 0) << result.out;
     EXPECT_EQ(result.out.find('\n'), result.out.size() - 1) << result.out;

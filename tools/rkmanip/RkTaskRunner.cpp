@@ -163,6 +163,7 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
   const RkManipulationAction* action =
       container ? container->element() : dynamic_cast<const RkManipulationAction*>(document.get());
   if (!manager && !action) {
+    diagnostics.print(out);
     out << "rkmanip run: " << options.taskPath << " holds a <" << document->token().localName()
         << ">, which is not a task; run takes a manipulationSequenceManager or a manipulationSequence "
            "document\n";
