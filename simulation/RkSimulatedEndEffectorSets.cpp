@@ -6,9 +6,9 @@
 #include "xml/RkXmlReader.h"
 #include "xml/RkXmlTokens.h"
 
-const RkToken& RkSimulatedEndEffectorSets::classToken() {
-  static const RkToken token = RkXml::qualifiedToken("simulatedEndEffectorSets");
-  return token;
+namespace RkSimulation {
+__attribute__((init_priority(101))) const RkToken RkSimulatedEndEffectorSetsToken =
+    RkXml::qualifiedToken("simulatedEndEffectorSets");
 }
 
 void RkSimulatedEndEffectorSets::registerComponents() {

@@ -16,16 +16,14 @@
 #include "xml/RkXmlConcreteClass.h"
 #include "xml/RkXmlVectorType.h"
 
-class RkSimulatedEndEffectorSets : public RkXmlConcreteClass<RkSimulatedEndEffectorSets, RkXmlCompoundType> {
+namespace RkSimulation {
+extern const RkToken RkSimulatedEndEffectorSetsToken;
+}
+
+class RkSimulatedEndEffectorSets : public RkXmlConcreteClass<RkSimulatedEndEffectorSets, RkXmlCompoundType,
+                                                             RkSimulation::RkSimulatedEndEffectorSetsToken> {
  public:
   typedef RkXmlVectorType<RkXmlBasicType<RkReal>> RealVector;
-
-  bool operator==(const RkSimulatedEndEffectorSets& other) const {
-    return m_homeJointPositions == other.m_homeJointPositions &&
-           m_activeEndEffectorSet == other.m_activeEndEffectorSet &&
-           m_endEffectorSets == other.m_endEffectorSets;
-  }
-  static const RkToken& classToken();
 
   // One frame end effector on tipLink, active.
   static RkSimulatedEndEffectorSets tipFrame(const std::string& tipLink);

@@ -20,6 +20,7 @@ class RkManipulationFrameTransitionEvent : public RkBaseExpressionTreeElement {
                          const RkManipulationFrame& frame,
                          RkManipulationFrameTransitionEventStateContainer& stateContainer) const = 0;
   // Complete once the event has fired, InProgress until then, Failure when it cannot be evaluated.
+  // Real-time path: allocates nothing, takes no lock, throws nothing; prints only on Failure.
   virtual RkManipulationStatus::Enum update(RkReal time, const RkManipulationUpdateParams& params,
                                             const RkManipulationFrame& frame,
                                             const RkManipulationFrameState& frameState,

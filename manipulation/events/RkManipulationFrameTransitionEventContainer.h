@@ -2,14 +2,14 @@
 // Holds the transition event of a frame:
 //   <manipulationFrameTransitionEventContainer><timeDurationTransitionEvent>...</...></...>
 #include "events/RkManipulationFrameTransitionEvent.h"
+#include "sequencing/RkManipulationTokens.h"
 #include "xml/RkXmlFamilyContainer.h"
 
 class RkManipulationFrameTransitionEventContainer
     : public RkXmlFamilyContainer<RkManipulationFrameTransitionEventContainer,
-                                  RkManipulationFrameTransitionEvent> {
+                                  RkManipulationFrameTransitionEvent,
+                                  RkManipulation::RkManipulationFrameTransitionEventContainerToken> {
  public:
-  static const RkToken& classToken();
-
  protected:
   void registerComponentCreators() override;
 };

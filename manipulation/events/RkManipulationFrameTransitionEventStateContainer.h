@@ -1,14 +1,14 @@
 #pragma once
 // Holds the state of a frame's transition event.
 #include "events/RkManipulationFrameTransitionEventState.h"
+#include "sequencing/RkManipulationTokens.h"
 #include "xml/RkXmlFamilyContainer.h"
 
 class RkManipulationFrameTransitionEventStateContainer
     : public RkXmlFamilyContainer<RkManipulationFrameTransitionEventStateContainer,
-                                  RkManipulationFrameTransitionEventState> {
+                                  RkManipulationFrameTransitionEventState,
+                                  RkManipulation::RkManipulationFrameTransitionEventStateContainerToken> {
  public:
-  static const RkToken& classToken();
-
  protected:
   void registerComponentCreators() override;
 };

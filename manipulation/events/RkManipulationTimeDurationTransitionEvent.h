@@ -1,35 +1,31 @@
 #pragma once
-// Ends its frame a fixed time after the frame started:
+// Ends its frame a fixed time, in seconds, after the frame started:
 //   <timeDurationTransitionEvent><timeDuration>2.5</timeDuration></timeDurationTransitionEvent>
-#include "events/RkManipulationFrameTransitionEvent.h"
-#include "xml/RkXmlConcreteClass.h"
+#include "events/RkManipulationFrameTransitionEventKind.h"
+#include "events/RkManipulationTimeDurationTransitionEventState.h"
 
 class RkManipulationTimeDurationTransitionEvent
-    : public RkXmlConcreteClass<RkManipulationTimeDurationTransitionEvent,
-                                RkManipulationFrameTransitionEvent> {
+    : public RkManipulationFrameTransitionEventKind<
+          RkManipulationTimeDurationTransitionEvent, RkManipulationTimeDurationTransitionEventState,
+          RkManipulation::RkManipulationTimeDurationTransitionEventToken> {
  public:
-  bool operator==(const RkManipulationTimeDurationTransitionEvent& other) const {
-    return RkManipulationFrameTransitionEvent::operator==(other) && m_timeDuration == other.m_timeDuration;
-  }
-  bool operator!=(const RkManipulationTimeDurationTransitionEvent& other) const { return !(*this == other); }
-  static const RkToken& classToken();
-
-  RkManipulationFrameTransitionEventStateContainer calculateEndState(
-      const RkManipulationUpdateParams& params, const RkManipulationFrame& frame) const override;
   // Turns the duration into an absolute trigger time; a duration that is not positive is refused.
-  RkBoolean init(RkReal time, const RkManipulationUpdateParams& params, const RkManipulationFrame& frame,
-                 RkManipulationFrameTransitionEventStateContainer& stateContainer) const override;
+  RkBoolean initState(RkReal time, const RkManipulationUpdateParams&, const RkManipulationFrame&,
+                      State& state) const;
   // Complete from the cycle whose time reaches the trigger time on. Real-time safe.
-  RkManipulationStatus::Enum update(RkReal time, const RkManipulationUpdateParams& params,
-                                    const RkManipulationFrame& frame,
-                                    const RkManipulationFrameState& frameState,
-                                    RkManipulationFrameTransitionEventState& state) const override;
+  RkManipulationStatus::Enum updateState(RkReal time, const RkManipulationUpdateParams&,
+                                         const RkManipulationFrame&, const RkManipulationFrameState&,
+                                         State& state) const {
+    return time >= state.triggerTime() ? RkManipulationStatus::Complete : RkManipulationStatus::InProgress;
+  }
 
   virtual RkReal timeDuration() const { return m_timeDuration; }
   virtual void setTimeDuration(RkReal duration) { m_timeDuration = duration; }
 
  protected:
-  void registerComponents() override;
+  void registerComponents() override {
+    registerComponent(RkManipulation::RkTimeDurationToken, &m_timeDuration);
+  }
 
  private:
   RkXmlBasicType<RkReal> m_timeDuration;

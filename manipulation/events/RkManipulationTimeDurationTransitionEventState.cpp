@@ -1,11 +1,5 @@
 #include "events/RkManipulationTimeDurationTransitionEventState.h"
 
-#include "sequencing/RkManipulationTokens.h"
-
-const RkToken& RkManipulationTimeDurationTransitionEventState::classToken() {
-  return RkManipulation::RkManipulationTimeDurationTransitionEventStateToken;
-}
-
-void RkManipulationTimeDurationTransitionEventState::registerComponents() {
-  registerComponent(RkManipulation::RkTriggerTimeToken, &m_triggerTime);
+void RkManipulationTimeDurationTransitionEventState::setTriggerTime(RkReal time) {
+  m_triggerTime = time;
 }

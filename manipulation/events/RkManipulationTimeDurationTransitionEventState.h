@@ -1,26 +1,22 @@
 #pragma once
-// The state of a time-duration event: the absolute time at which it fires.
+// The state of a time-duration event: the absolute time, in seconds, at which it fires.
 #include "events/RkManipulationFrameTransitionEventState.h"
+#include "sequencing/RkManipulationTokens.h"
 #include "xml/RkXmlBasicType.h"
 #include "xml/RkXmlConcreteClass.h"
 
 class RkManipulationTimeDurationTransitionEventState
     : public RkXmlConcreteClass<RkManipulationTimeDurationTransitionEventState,
-                                RkManipulationFrameTransitionEventState> {
+                                RkManipulationFrameTransitionEventState,
+                                RkManipulation::RkManipulationTimeDurationTransitionEventStateToken> {
  public:
-  bool operator==(const RkManipulationTimeDurationTransitionEventState& other) const {
-    return RkManipulationFrameTransitionEventState::operator==(other) && m_triggerTime == other.m_triggerTime;
-  }
-  bool operator!=(const RkManipulationTimeDurationTransitionEventState& other) const {
-    return !(*this == other);
-  }
-  static const RkToken& classToken();
-
   virtual RkReal triggerTime() const { return m_triggerTime; }
-  virtual void setTriggerTime(RkReal time) { m_triggerTime = time; }
+  virtual void setTriggerTime(RkReal time);
 
  protected:
-  void registerComponents() override;
+  void registerComponents() override {
+    registerComponent(RkManipulation::RkTriggerTimeToken, &m_triggerTime);
+  }
 
  private:
   RkXmlBasicType<RkReal> m_triggerTime;

@@ -21,11 +21,6 @@ class RkManipulationSequenceState;
 
 class RkManipulationFrame : public RkBaseExpressionTreeElement {
  public:
-  bool operator==(const RkManipulationFrame& other) const {
-    return RkBaseExpressionTreeElement::operator==(other) && m_tag == other.m_tag;
-  }
-  bool operator!=(const RkManipulationFrame& other) const { return !(*this == other); }
-
   // A free label of the frame.
   virtual const RkXmlBasicType<std::string>& tag() const { return m_tag; }
   virtual void setTag(const RkXmlBasicType<std::string>& tag) { m_tag = tag; }
@@ -52,6 +47,8 @@ class RkManipulationFrame : public RkBaseExpressionTreeElement {
                          const RkManipulationSequenceState& sequenceState, RkU32 frameIndex,
                          RkManipulationFrameStateContainer& stateContainer) const = 0;
   // Advances the frame to the given time; the status tells whether it has ended.
+  // Real-time path while no element starts or ends: allocates nothing, takes no lock, throws nothing;
+  // prints only on Failure.
   virtual RkManipulationStatus::Enum update(RkReal time, const RkManipulationUpdateParams& params,
                                             const RkManipulationSequence& sequence,
                                             const RkManipulationSequenceState& sequenceState,

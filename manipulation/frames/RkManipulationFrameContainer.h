@@ -2,13 +2,13 @@
 // Holds one frame of any kind, read from XML by its tag:
 //   <manipulationFrameContainer><standardManipulationFrame>...</standardManipulationFrame></manipulationFrameContainer>
 #include "frames/RkManipulationFrame.h"
+#include "sequencing/RkManipulationTokens.h"
 #include "xml/RkXmlFamilyContainer.h"
 
 class RkManipulationFrameContainer
-    : public RkXmlFamilyContainer<RkManipulationFrameContainer, RkManipulationFrame> {
+    : public RkXmlFamilyContainer<RkManipulationFrameContainer, RkManipulationFrame,
+                                  RkManipulation::RkManipulationFrameContainerToken> {
  public:
-  static const RkToken& classToken();
-
  protected:
   void registerComponentCreators() override;
 };

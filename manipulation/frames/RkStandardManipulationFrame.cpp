@@ -12,19 +12,6 @@
 #include "offsets/RkManipulationOffsetState.h"
 #include "sequencing/RkManipulationTokens.h"
 
-const RkToken& RkStandardManipulationFrame::classToken() {
-  return RkManipulation::RkStandardManipulationFrameToken;
-}
-
-bool RkStandardManipulationFrame::operator==(const RkStandardManipulationFrame& other) const {
-  return RkManipulationFrame::operator==(other) &&
-         m_activeControlDescription == other.m_activeControlDescription &&
-         m_activeEndEffectorSet == other.m_activeEndEffectorSet &&
-         m_activeControlMethod == other.m_activeControlMethod &&
-         m_offsetContainerVector == other.m_offsetContainerVector &&
-         m_transitionEventContainer == other.m_transitionEventContainer && m_dataMap == other.m_dataMap;
-}
-
 void RkStandardManipulationFrame::registerComponents() {
   RkManipulationFrame::registerComponents();
   registerComponent(RkControl::RkActiveControlDescriptionToken, &m_activeControlDescription);
@@ -105,8 +92,7 @@ RkBoolean RkStandardManipulationFrame::init(RkReal time, const RkManipulationUpd
                                             const RkManipulationSequenceState& sequenceState,
                                             RkU32 frameIndex,
                                             RkManipulationFrameStateContainer& stateContainer) const {
-  stateContainer.setElement(RkStandardManipulationFrameState());
-  auto& state = dynamic_cast<RkStandardManipulationFrameState&>(*stateContainer.element());
+  auto& state = stateContainer.setNewElement<RkStandardManipulationFrameState>();
   const RkU32 count = m_offsetContainerVector.size();
   RkXmlVectorType<RkManipulationOffsetStateContainer> offsetStates(count);
   RkManipulatorEndEffectorPlacement::TransformationVector current, goal;
@@ -157,16 +143,6 @@ RkManipulationStatus::Enum RkStandardManipulationFrame::update(
   auto& state = dynamic_cast<RkStandardManipulationFrameState&>(frameState);
   RkManipulationStatus::Enum status = RkManipulationStatus::Complete;
   const RkU32 count = m_offsetContainerVector.size();
-  RkManipulatorEndEffectorPlacement& current = state.currentPlacementInPlace();
-  RkManipulatorEndEffectorPlacement& goal = state.goalPlacementInPlace();
-  // Filled in place below: placements keep the size init gave them, so a running frame allocates nothing.
-  // Only a state read back with another size is rebuilt.
-  if (current.offsetTransformations().size() != count) {
-    current.setOffsetTransformations(RkManipulatorEndEffectorPlacement::TransformationVector(count));
-  }
-  if (goal.offsetTransformations().size() != count) {
-    goal.setOffsetTransformations(RkManipulatorEndEffectorPlacement::TransformationVector(count));
-  }
   for (RkU32 i = 0; i < count; ++i) {
     const RkManipulationOffset* offset = m_offsetContainerVector[i].element();
     RkManipulationOffsetState* offsetState = state.offsetState(i);
@@ -181,8 +157,22 @@ RkManipulationStatus::Enum RkStandardManipulationFrame::update(
       return RkManipulationStatus::Failure;
     }
     combine(status, result);
-    current.setOffsetInRelative(i, offset->currentOffsetTransformation(*offsetState).placement());
-    goal.setOffsetInRelative(i, offset->goalOffsetTransformation(*offsetState).placement());
+  }
+  // Only once every offset has updated: a failing cycle leaves the previous cycle's placements. Filled in
+  // place, keeping the size init gave them, so a running frame allocates nothing.
+  RkManipulatorEndEffectorPlacement& current = state.currentPlacementInPlace();
+  RkManipulatorEndEffectorPlacement& goal = state.goalPlacementInPlace();
+  if (current.offsetTransformations().size() != count) {
+    current.setOffsetTransformations(RkManipulatorEndEffectorPlacement::TransformationVector(count));
+  }
+  if (goal.offsetTransformations().size() != count) {
+    goal.setOffsetTransformations(RkManipulatorEndEffectorPlacement::TransformationVector(count));
+  }
+  for (RkU32 i = 0; i < count; ++i) {
+    const RkManipulationOffset& offset = *m_offsetContainerVector[i].element();
+    const RkManipulationOffsetState& offsetState = *state.offsetState(i);
+    current.setOffsetInRelative(i, offset.currentOffsetTransformation(offsetState).placement());
+    goal.setOffsetInRelative(i, offset.goalOffsetTransformation(offsetState).placement());
   }
   const RkManipulationFrameTransitionEvent* event = m_transitionEventContainer.element();
   RkManipulationFrameTransitionEventState* eventState = state.transitionEventState();
@@ -203,8 +193,7 @@ RkManipulationFrameStateContainer RkStandardManipulationFrame::calculateEndState
     const RkManipulationUpdateParams& params, const RkManipulationSequence& sequence,
     const RkManipulationSequenceState& sequenceState, RkU32 frameIndex) const {
   RkManipulationFrameStateContainer container;
-  container.setElement(RkStandardManipulationFrameState());
-  auto& state = dynamic_cast<RkStandardManipulationFrameState&>(*container.element());
+  auto& state = container.setNewElement<RkStandardManipulationFrameState>();
   const RkU32 count = m_offsetContainerVector.size();
   RkXmlVectorType<RkManipulationOffsetStateContainer> offsetStates;
   RkManipulatorEndEffectorPlacement::TransformationVector goal;

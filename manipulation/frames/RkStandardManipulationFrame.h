@@ -15,12 +15,9 @@
 #include "offsets/RkManipulationOffsetContainer.h"
 
 class RkStandardManipulationFrame
-    : public RkXmlConcreteClass<RkStandardManipulationFrame, RkManipulationFrame> {
+    : public RkXmlConcreteClass<RkStandardManipulationFrame, RkManipulationFrame,
+                                RkManipulation::RkStandardManipulationFrameToken> {
  public:
-  bool operator==(const RkStandardManipulationFrame& other) const;
-  bool operator!=(const RkStandardManipulationFrame& other) const { return !(*this == other); }
-  static const RkToken& classToken();
-
   const RkXmlVectorType<RkManipulationOffsetContainer>& offsetContainerVector(
       const RkManipulationFrameState& state) const override;
   const RkDataMap& dataMap(const RkManipulationFrameState& state) const override;

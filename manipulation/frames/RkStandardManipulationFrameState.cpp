@@ -3,18 +3,6 @@
 #include "foundation/RkPrint.h"
 #include "sequencing/RkManipulationTokens.h"
 
-const RkToken& RkStandardManipulationFrameState::classToken() {
-  return RkManipulation::RkStandardManipulationFrameStateToken;
-}
-
-bool RkStandardManipulationFrameState::operator==(const RkStandardManipulationFrameState& other) const {
-  return RkManipulationFrameState::operator==(other) &&
-         m_offsetStateContainerVector == other.m_offsetStateContainerVector &&
-         m_transitionEventStateContainer == other.m_transitionEventStateContainer &&
-         m_currentEndEffectorPlacement == other.m_currentEndEffectorPlacement &&
-         m_goalEndEffectorPlacement == other.m_goalEndEffectorPlacement;
-}
-
 void RkStandardManipulationFrameState::registerComponents() {
   registerComponent(RkManipulation::RkManipulationOffsetStateContainerVectorToken,
                     &m_offsetStateContainerVector);

@@ -5,15 +5,13 @@
 #include "events/RkManipulationFrameTransitionEventStateContainer.h"
 #include "frames/RkManipulationFrameState.h"
 #include "offsets/RkManipulationOffsetStateContainer.h"
+#include "sequencing/RkManipulationTokens.h"
 #include "xml/RkXmlConcreteClass.h"
 
 class RkStandardManipulationFrameState
-    : public RkXmlConcreteClass<RkStandardManipulationFrameState, RkManipulationFrameState> {
+    : public RkXmlConcreteClass<RkStandardManipulationFrameState, RkManipulationFrameState,
+                                RkManipulation::RkStandardManipulationFrameStateToken> {
  public:
-  bool operator==(const RkStandardManipulationFrameState& other) const;
-  bool operator!=(const RkStandardManipulationFrameState& other) const { return !(*this == other); }
-  static const RkToken& classToken();
-
   const RkXmlVectorType<RkManipulationOffsetStateContainer>& offsetStateContainerVector() const override {
     return m_offsetStateContainerVector;
   }

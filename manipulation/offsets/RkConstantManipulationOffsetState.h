@@ -1,17 +1,13 @@
 #pragma once
 // The state of a constant offset: it records nothing, since the goal lives in the offset itself.
 #include "offsets/RkManipulationOffsetState.h"
+#include "sequencing/RkManipulationTokens.h"
 #include "xml/RkXmlConcreteClass.h"
 
 class RkConstantManipulationOffsetState
-    : public RkXmlConcreteClass<RkConstantManipulationOffsetState, RkManipulationOffsetState> {
+    : public RkXmlConcreteClass<RkConstantManipulationOffsetState, RkManipulationOffsetState,
+                                RkManipulation::RkConstantManipulationOffsetStateToken> {
  public:
-  bool operator==(const RkConstantManipulationOffsetState& other) const {
-    return RkManipulationOffsetState::operator==(other);
-  }
-  bool operator!=(const RkConstantManipulationOffsetState& other) const { return !(*this == other); }
-  static const RkToken& classToken();
-
   // A shared default placement: ask the offset for its goal.
   const RkEndEffectorPlacement& currentOffsetTransformation() const override;
   const RkEndEffectorPlacement& goalOffsetTransformation() const override;

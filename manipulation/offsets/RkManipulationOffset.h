@@ -29,6 +29,7 @@ class RkManipulationOffset : public RkBaseExpressionTreeElement {
                          RkU32 endEffectorIndex,
                          RkManipulationOffsetStateContainer& stateContainer) const = 0;
   // Advances the state to the given time: Failure, InProgress, or Complete when nothing is left to do.
+  // Real-time path: allocates nothing, takes no lock, throws nothing; prints only on Failure.
   virtual RkManipulationStatus::Enum update(RkReal time, const RkManipulationUpdateParams& params,
                                             const RkManipulationSequence& sequence,
                                             const RkManipulationSequenceState& sequenceState,

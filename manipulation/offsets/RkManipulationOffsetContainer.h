@@ -2,13 +2,13 @@
 // Holds the offset of one end effector:
 //   <manipulationOffsetContainer><constantManipulationOffset>...</constantManipulationOffset></...>
 #include "offsets/RkManipulationOffset.h"
+#include "sequencing/RkManipulationTokens.h"
 #include "xml/RkXmlFamilyContainer.h"
 
 class RkManipulationOffsetContainer
-    : public RkXmlFamilyContainer<RkManipulationOffsetContainer, RkManipulationOffset> {
+    : public RkXmlFamilyContainer<RkManipulationOffsetContainer, RkManipulationOffset,
+                                  RkManipulation::RkManipulationOffsetContainerToken> {
  public:
-  static const RkToken& classToken();
-
  protected:
   void registerComponentCreators() override;
 };

@@ -23,6 +23,8 @@ class RkManipulationAction : public RkBaseExpressionTreeElement {
   // returns whether the action can run.
   virtual RkBoolean init(RkManipulationActionStateContainer& container) const = 0;
   // Advances the action by one control step at the given absolute time, changing only the state.
+  // Real-time path while no element starts or ends: allocates nothing, takes no lock, throws nothing;
+  // prints only on Failure.
   virtual RkManipulationStatus::Enum update(RkReal time, const RkManipulationUpdateParams& params,
                                             RkManipulationActionState& state) const = 0;
   virtual RkU32 activeControlDescription(const RkManipulationActionState& state) const = 0;

@@ -2,13 +2,13 @@
 // Holds one action of any kind, read from XML by its tag:
 //   <manipulationActionContainer><manipulationSequence>...</manipulationSequence></manipulationActionContainer>
 #include "sequencing/RkManipulationAction.h"
+#include "sequencing/RkManipulationTokens.h"
 #include "xml/RkXmlFamilyContainer.h"
 
 class RkManipulationActionContainer
-    : public RkXmlFamilyContainer<RkManipulationActionContainer, RkManipulationAction> {
+    : public RkXmlFamilyContainer<RkManipulationActionContainer, RkManipulationAction,
+                                  RkManipulation::RkManipulationActionContainerToken> {
  public:
-  static const RkToken& classToken();
-
  protected:
   void registerComponentCreators() override;
 };

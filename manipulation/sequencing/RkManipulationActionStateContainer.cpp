@@ -3,10 +3,6 @@
 #include "sequencing/RkManipulationSequenceState.h"
 #include "sequencing/RkManipulationTokens.h"
 
-const RkToken& RkManipulationActionStateContainer::classToken() {
-  return RkManipulation::RkManipulationActionStateContainerToken;
-}
-
 void RkManipulationActionStateContainer::registerComponentCreators() {
   registerComponentCreator(RkManipulationSequenceState::classToken(), &RkManipulationSequenceState::creator);
 }

@@ -5,23 +5,14 @@
 #include "foundation/RkPrint.h"
 #include "frames/RkManipulationFrame.h"
 #include "sequencing/RkManipulationActionStateContainer.h"
-#include "sequencing/RkManipulationHandOver.h"
+#include "sequencing/RkManipulationListRunner.h"
 #include "sequencing/RkManipulationNullObjects.h"
 #include "sequencing/RkManipulationTokens.h"
 
 const RkXmlVectorType<RkXmlBasicType<RkU32>> RkManipulationSequence::m_theNullU32Vector;
 
-const RkToken& RkManipulationSequence::classToken() {
-  return RkManipulation::RkManipulationSequenceToken;
-}
-
-void RkManipulationSequence::registerComponents() {
-  registerComponent(RkManipulation::RkManipulationFrameContainerVectorToken, &m_frameContainerVector);
-}
-
 RkBoolean RkManipulationSequence::init(RkManipulationActionStateContainer& container) const {
-  container.setElement(RkManipulationSequenceState());
-  auto& state = dynamic_cast<RkManipulationSequenceState&>(*container.element());
+  auto& state = container.setNewElement<RkManipulationSequenceState>();
   state.clear();
   state.setCurrentFrameIndex(0);
   state.setCurrentFrameNeedsInit(true);
@@ -33,56 +24,68 @@ RkBoolean RkManipulationSequence::init(RkManipulationActionStateContainer& conta
   return true;
 }
 
+namespace {
+
+// The sequence's frames as a list for the list runner.
+struct FrameList {
+  const RkManipulationSequence& sequence;
+  RkManipulationSequenceState& state;
+  RkReal time;
+  const RkManipulationUpdateParams& params;
+
+  const char* owner() const { return "RkManipulationSequence"; }
+  const char* elementName() const { return "frame"; }
+  const char* pastEndMessage() const {
+    return "RkManipulationSequence::update frame %u is past the last frame (%u frames); init first.\n";
+  }
+  const char* noStateMessage() const {
+    return "RkManipulationSequence::update frame %d does not have a valid state.\n";
+  }
+  RkU32 index() const { return state.currentFrameIndex(); }
+  void setIndex(RkU32 index) { state.setCurrentFrameIndex(index); }
+  bool needsInit() const { return state.currentFrameNeedsInit(); }
+  void setNeedsInit(bool needsInit) { state.setCurrentFrameNeedsInit(needsInit); }
+  bool isComplete() const { return state.currentFrameIsComplete(); }
+  void setComplete(bool complete) { state.setCurrentFrameIsComplete(complete); }
+  RkU32 count() const { return sequence.manipulationFrameContainerVector().size(); }
+  const RkManipulationFrame* element(RkU32 index) const {
+    const RkManipulationFrame* frame = sequence.manipulationFrameContainerVector()[index].element();
+    if (!frame) {
+      Rk::Print::write(4, "RkManipulationSequence::update frame %d does not have a valid element.\n",
+                       static_cast<int>(index));
+    }
+    return frame;
+  }
+  // Frame i's state stands at entry i: before frame i starts the vector holds i states, after it i + 1.
+  bool stateAgrees(RkU32 index) const {
+    const RkU32 held = state.manipulationFrameStateContainerVector().size();
+    const RkU32 expected = needsInit() ? index : index + 1;
+    if (held <= expected) return true;
+    Rk::Print::write(4,
+                     "RkManipulationSequence::update frame %u %s but the state holds %u frame states; the "
+                     "state is damaged.\n",
+                     index, needsInit() ? "needs init" : "is running", held);
+    return false;
+  }
+  bool start(const RkManipulationFrame& frame, RkU32 index) {
+    RkManipulationFrameStateContainer container;
+    if (!frame.init(time, params, sequence, state, index, container)) return false;
+    state.add(std::move(container));
+    return true;
+  }
+  RkManipulationFrameState* elementState(RkU32) { return state.currentFrameState(); }
+  RkManipulationStatus::Enum update(const RkManipulationFrame& frame, RkManipulationFrameState& frameState) {
+    return frame.update(time, params, sequence, state, index(), frameState);
+  }
+};
+
+}  // namespace
+
 RkManipulationStatus::Enum RkManipulationSequence::update(RkReal time,
                                                           const RkManipulationUpdateParams& params,
                                                           RkManipulationActionState& actionState) const {
-  auto& state = dynamic_cast<RkManipulationSequenceState&>(actionState);
-  if (state.currentFrameIsComplete()) {
-    state.setCurrentFrameIndex(state.currentFrameIndex() + 1);
-    state.setCurrentFrameNeedsInit(true);
-    state.setCurrentFrameIsComplete(false);
-  }
-  const RkU32 index = state.currentFrameIndex();
-  if (index >= m_frameContainerVector.size()) {
-    Rk::Print::write(
-        4, "RkManipulationSequence::update frame %d is past the last frame (%u frames); init first.\n",
-        static_cast<int>(index), m_frameContainerVector.size());
-    return RkManipulationStatus::Failure;
-  }
-  const RkManipulationFrame* frame = m_frameContainerVector[index].element();
-  if (!frame) {
-    Rk::Print::write(4, "RkManipulationSequence::update frame %d does not have a valid element.\n",
-                     static_cast<int>(index));
-    return RkManipulationStatus::Failure;
-  }
-  const bool startedNow = state.currentFrameNeedsInit();
-  if (startedNow) {
-    state.setCurrentFrameNeedsInit(false);
-    RkManipulationFrameStateContainer container;
-    if (!frame->init(time, params, *this, state, index, container)) {
-      Rk::Print::write(4, "RkManipulationSequence::update unable to initialize frame %d.\n",
-                       static_cast<int>(index));
-      return RkManipulationStatus::Failure;
-    }
-    state.add(container);
-  }
-  RkManipulationFrameState* frameState = state.currentFrameState();
-  if (!frameState) {
-    Rk::Print::write(4, "RkManipulationSequence::update frame %d does not have a valid state.\n",
-                     static_cast<int>(index));
-    return RkManipulationStatus::Failure;
-  }
-  const RkManipulationStatus::Enum result = frame->update(time, params, *this, state, index, *frameState);
-  if (result == RkManipulationStatus::Failure) {
-    Rk::Print::write(4, "RkManipulationSequence::update unable to update frame %d.\n",
-                     static_cast<int>(index));
-    return RkManipulationStatus::Failure;
-  }
-  bool frameComplete = false;
-  const RkManipulationStatus::Enum status = RkManipulationHandOver::report(
-      result, startedNow, index + 1 < m_frameContainerVector.size(), frameComplete);
-  if (frameComplete) state.setCurrentFrameIsComplete(true);
-  return status;
+  FrameList frames{*this, dynamic_cast<RkManipulationSequenceState&>(actionState), time, params};
+  return RkManipulationListRunner::step(frames);
 }
 
 const RkManipulationFrame* RkManipulationSequence::currentFrame(
@@ -98,63 +101,66 @@ RkManipulationFrame* RkManipulationSequence::currentFrame(const RkManipulationAc
   return index < m_frameContainerVector.size() ? m_frameContainerVector[index].element() : nullptr;
 }
 
-namespace {
-// The running frame and its state, both present, or false.
-bool runningFrame(const RkManipulationSequence& sequence, const RkManipulationActionState& actionState,
-                  const RkManipulationFrame*& frame, const RkManipulationFrameState*& frameState) {
-  frame = sequence.currentFrame(actionState);
-  frameState = dynamic_cast<const RkManipulationSequenceState&>(actionState).currentFrameState();
-  return frame && frameState;
+template <class Query, class Fallback>
+decltype(auto) RkManipulationSequence::askRunningFrame(const RkManipulationActionState& state, Query query,
+                                                       Fallback&& fallback) const {
+  return RkManipulationListRunner::ask(
+      currentFrame(state), dynamic_cast<const RkManipulationSequenceState&>(state).currentFrameState(), query,
+      std::forward<Fallback>(fallback));
 }
-}  // namespace
 
 RkU32 RkManipulationSequence::activeControlDescription(const RkManipulationActionState& state) const {
-  const RkManipulationFrame* frame;
-  const RkManipulationFrameState* frameState;
-  return runningFrame(*this, state, frame, frameState) ? frame->activeControlDescription(*frameState) : 0;
+  return askRunningFrame(
+      state,
+      [](const auto& frame, const auto& frameState) { return frame.activeControlDescription(frameState); },
+      0u);
 }
 
 RkU32 RkManipulationSequence::activeControlMethod(const RkManipulationActionState& state) const {
-  const RkManipulationFrame* frame;
-  const RkManipulationFrameState* frameState;
-  return runningFrame(*this, state, frame, frameState) ? frame->activeControlMethod(*frameState) : 0;
+  return askRunningFrame(
+      state, [](const auto& frame, const auto& frameState) { return frame.activeControlMethod(frameState); },
+      0u);
 }
 
 RkU32 RkManipulationSequence::activeEndEffectorSet(const RkManipulationActionState& state) const {
-  const RkManipulationFrame* frame;
-  const RkManipulationFrameState* frameState;
-  return runningFrame(*this, state, frame, frameState) ? frame->activeEndEffectorSet(*frameState) : 0;
+  return askRunningFrame(
+      state, [](const auto& frame, const auto& frameState) { return frame.activeEndEffectorSet(frameState); },
+      0u);
 }
 
 const RkDataMap& RkManipulationSequence::dataMap(const RkManipulationActionState& state) const {
-  const RkManipulationFrame* frame;
-  const RkManipulationFrameState* frameState;
-  return runningFrame(*this, state, frame, frameState) ? frame->dataMap(*frameState)
-                                                       : RkManipulationNullObjects::dataMap();
+  return askRunningFrame(
+      state,
+      [](const auto& frame, const auto& frameState) -> const RkDataMap& { return frame.dataMap(frameState); },
+      RkManipulationNullObjects::dataMap());
 }
 
 const RkEndEffectorSet& RkManipulationSequence::endEffectorSet(const RkManipulationUpdateParams& params,
                                                                const RkManipulationActionState& state) const {
-  const RkManipulationFrame* frame;
-  const RkManipulationFrameState* frameState;
-  return runningFrame(*this, state, frame, frameState) ? frame->endEffectorSet(params, *frameState)
-                                                       : RkEndEffectorSet::nullObject();
+  return askRunningFrame(
+      state,
+      [&params](const auto& frame, const auto& frameState) -> const RkEndEffectorSet& {
+        return frame.endEffectorSet(params, frameState);
+      },
+      RkEndEffectorSet::nullObject());
 }
 
 const RkManipulatorEndEffectorPlacement& RkManipulationSequence::endEffectorPlacement(
     const RkManipulationActionState& state) const {
-  const RkManipulationFrame* frame;
-  const RkManipulationFrameState* frameState;
-  return runningFrame(*this, state, frame, frameState) ? frame->currentEndEffectorPlacement(*frameState)
-                                                       : RkManipulatorEndEffectorPlacement::nullObject();
+  return askRunningFrame(
+      state,
+      [](const auto& frame, const auto& frameState) -> const RkManipulatorEndEffectorPlacement& {
+        return frame.currentEndEffectorPlacement(frameState);
+      },
+      RkManipulatorEndEffectorPlacement::nullObject());
 }
 
 std::string RkManipulationSequence::statusString(const RkManipulationActionState& state,
                                                  const std::string& prefix) const {
-  const RkManipulationFrame* frame;
-  const RkManipulationFrameState* frameState;
-  return runningFrame(*this, state, frame, frameState) ? frame->statusString(*frameState, prefix)
-                                                       : std::string();
+  return askRunningFrame(
+      state,
+      [&prefix](const auto& frame, const auto& frameState) { return frame.statusString(frameState, prefix); },
+      std::string());
 }
 
 const RkXmlVectorType<RkXmlBasicType<RkU32>>& RkManipulationSequence::profiledPositionEndEffectorIndices(

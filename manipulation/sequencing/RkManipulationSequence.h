@@ -6,16 +6,12 @@
 #include "frames/RkManipulationFrameContainer.h"
 #include "sequencing/RkManipulationAction.h"
 #include "sequencing/RkManipulationSequenceState.h"
+#include "sequencing/RkManipulationTokens.h"
 #include "xml/RkXmlConcreteClass.h"
 
-class RkManipulationSequence : public RkXmlConcreteClass<RkManipulationSequence, RkManipulationAction> {
+class RkManipulationSequence : public RkXmlConcreteClass<RkManipulationSequence, RkManipulationAction,
+                                                         RkManipulation::RkManipulationSequenceToken> {
  public:
-  bool operator==(const RkManipulationSequence& other) const {
-    return RkManipulationAction::operator==(other) && m_frameContainerVector == other.m_frameContainerVector;
-  }
-  bool operator!=(const RkManipulationSequence& other) const { return !(*this == other); }
-  static const RkToken& classToken();
-
   RkBoolean init(RkManipulationActionStateContainer& container) const override;
   // One control step; real-time safe while no frame starts or ends.
   RkManipulationStatus::Enum update(RkReal time, const RkManipulationUpdateParams& params,
@@ -53,9 +49,16 @@ class RkManipulationSequence : public RkXmlConcreteClass<RkManipulationSequence,
   virtual RkManipulationSequenceState calculateEndState(const RkManipulationUpdateParams& params) const;
 
  protected:
-  void registerComponents() override;
+  void registerComponents() override {
+    registerComponent(RkManipulation::RkManipulationFrameContainerVectorToken, &m_frameContainerVector);
+  }
 
  private:
+  // Query's answer for the running frame and its state, or fallback when there is none.
+  template <class Query, class Fallback>
+  decltype(auto) askRunningFrame(const RkManipulationActionState& state, Query query,
+                                 Fallback&& fallback) const;
+
   RkXmlVectorType<RkManipulationFrameContainer> m_frameContainerVector;
 
   static const RkXmlVectorType<RkXmlBasicType<RkU32>> m_theNullU32Vector;

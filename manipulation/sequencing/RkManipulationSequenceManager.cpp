@@ -3,18 +3,9 @@
 #include "control/RkEndEffectorSet.h"
 #include "control/RkManipulatorEndEffectorPlacement.h"
 #include "foundation/RkPrint.h"
-#include "sequencing/RkManipulationHandOver.h"
+#include "sequencing/RkManipulationListRunner.h"
 #include "sequencing/RkManipulationNullObjects.h"
 #include "sequencing/RkManipulationTokens.h"
-
-const RkToken& RkManipulationSequenceManager::classToken() {
-  return RkManipulation::RkManipulationSequenceManagerToken;
-}
-
-void RkManipulationSequenceManager::registerComponents() {
-  registerComponent(RkManipulation::RkSequenceOrderToken, &m_sequenceOrder);
-  registerComponent(RkManipulation::RkSequenceMapToken, &m_sequenceMap);
-}
 
 void RkManipulationSequenceManager::add(const std::string& name, const RkManipulationSequence& sequence) {
   m_sequenceMap.add(RkXmlBasicType<std::string>(name), sequence);
@@ -36,49 +27,62 @@ RkManipulationSequence* RkManipulationSequenceManager::currentSequence(
       static_cast<const RkManipulationSequenceManager*>(this)->currentSequence(state));
 }
 
-bool RkManipulationSequenceManager::running(const RkManipulationSequenceManagerState& state,
-                                            const RkManipulationSequence*& sequence,
-                                            const RkManipulationActionState*& sequenceState) const {
-  sequence = currentSequence(state);
-  sequenceState = state.currentSequenceStateContainer().element();
-  return sequence && sequenceState;
+template <class Query, class Fallback>
+decltype(auto) RkManipulationSequenceManager::askRunningSequence(
+    const RkManipulationSequenceManagerState& state, Query query, Fallback&& fallback) const {
+  return RkManipulationListRunner::ask(currentSequence(state),
+                                       state.currentSequenceStateContainer().element(), query,
+                                       std::forward<Fallback>(fallback));
 }
 
 const RkManipulatorEndEffectorPlacement& RkManipulationSequenceManager::endEffectorPlacement(
     const RkManipulationSequenceManagerState& state) const {
-  const RkManipulationSequence* sequence;
-  const RkManipulationActionState* sequenceState;
-  return running(state, sequence, sequenceState) ? sequence->endEffectorPlacement(*sequenceState)
-                                                 : RkManipulatorEndEffectorPlacement::nullObject();
+  return askRunningSequence(
+      state,
+      [](const auto& sequence, const auto& sequenceState) -> const RkManipulatorEndEffectorPlacement& {
+        return sequence.endEffectorPlacement(sequenceState);
+      },
+      RkManipulatorEndEffectorPlacement::nullObject());
 }
 
 const RkDataMap& RkManipulationSequenceManager::dataMap(
     const RkManipulationSequenceManagerState& state) const {
-  const RkManipulationSequence* sequence;
-  const RkManipulationActionState* sequenceState;
-  return running(state, sequence, sequenceState) ? sequence->dataMap(*sequenceState)
-                                                 : RkManipulationNullObjects::dataMap();
+  return askRunningSequence(
+      state,
+      [](const auto& sequence, const auto& sequenceState) -> const RkDataMap& {
+        return sequence.dataMap(sequenceState);
+      },
+      RkManipulationNullObjects::dataMap());
 }
 
 RkU32 RkManipulationSequenceManager::activeControlDescription(
     const RkManipulationSequenceManagerState& state) const {
-  const RkManipulationSequence* sequence;
-  const RkManipulationActionState* sequenceState;
-  return running(state, sequence, sequenceState) ? sequence->activeControlDescription(*sequenceState) : 0;
+  return askRunningSequence(
+      state,
+      [](const auto& sequence, const auto& sequenceState) {
+        return sequence.activeControlDescription(sequenceState);
+      },
+      0u);
 }
 
 RkU32 RkManipulationSequenceManager::activeEndEffectorSet(
     const RkManipulationSequenceManagerState& state) const {
-  const RkManipulationSequence* sequence;
-  const RkManipulationActionState* sequenceState;
-  return running(state, sequence, sequenceState) ? sequence->activeEndEffectorSet(*sequenceState) : 0;
+  return askRunningSequence(
+      state,
+      [](const auto& sequence, const auto& sequenceState) {
+        return sequence.activeEndEffectorSet(sequenceState);
+      },
+      0u);
 }
 
 RkU32 RkManipulationSequenceManager::activeControlMethod(
     const RkManipulationSequenceManagerState& state) const {
-  const RkManipulationSequence* sequence;
-  const RkManipulationActionState* sequenceState;
-  return running(state, sequence, sequenceState) ? sequence->activeControlMethod(*sequenceState) : 0;
+  return askRunningSequence(
+      state,
+      [](const auto& sequence, const auto& sequenceState) {
+        return sequence.activeControlMethod(sequenceState);
+      },
+      0u);
 }
 
 RkManipulationSequenceManagerState RkManipulationSequenceManager::calculateEndState(
@@ -116,63 +120,69 @@ RkBoolean RkManipulationSequenceManager::init(RkManipulationSequenceManagerState
   return true;
 }
 
+namespace {
+
+// The manager's order of sequences as a list for the list runner.
+struct SequenceList {
+  const RkManipulationSequenceManager& manager;
+  RkManipulationSequenceManagerState& state;
+  RkReal time;
+  const RkManipulationUpdateParams& params;
+
+  const char* owner() const { return "RkManipulationSequenceManager"; }
+  const char* elementName() const { return "sequence"; }
+  const char* pastEndMessage() const {
+    return "RkManipulationSequenceManager::update sequence %u is past the end of the order (%u names); init "
+           "first.\n";
+  }
+  const char* noStateMessage() const {
+    return "RkManipulationSequenceManager::update sequence %d has no state; init first.\n";
+  }
+  RkU32 index() const { return state.currentSequenceIndex(); }
+  void setIndex(RkU32 index) { state.setCurrentSequenceIndex(index); }
+  bool needsInit() const { return state.currentSequenceNeedsInit(); }
+  void setNeedsInit(bool needsInit) { state.setCurrentSequenceNeedsInit(needsInit); }
+  bool isComplete() const { return state.currentSequenceIsComplete(); }
+  void setComplete(bool complete) { state.setCurrentSequenceIsComplete(complete); }
+  RkU32 count() const { return manager.sequenceOrder().size(); }
+  // Only the running sequence's state is kept, so there is nothing to check it against.
+  bool stateAgrees(RkU32) const { return true; }
+  const RkManipulationSequence* element(RkU32 index) const {
+    const RkManipulationSequence* sequence = manager.currentSequence(state);
+    if (!sequence) {
+      Rk::Print::write(
+          4, "RkManipulationSequenceManager::update sequence %u (\"%s\") is not in the sequence map.\n",
+          index, manager.sequenceOrder()[index].value().c_str());
+    }
+    return sequence;
+  }
+  bool start(const RkManipulationSequence& sequence, RkU32) {
+    RkManipulationActionStateContainer container;
+    if (!sequence.init(container)) return false;
+    state.currentSequenceStateContainer() = std::move(container);
+    return true;
+  }
+  RkManipulationActionState* elementState(RkU32) { return state.currentSequenceStateContainer().element(); }
+  RkManipulationStatus::Enum update(const RkManipulationSequence& sequence,
+                                    RkManipulationActionState& sequenceState) {
+    return sequence.update(time, params, sequenceState);
+  }
+};
+
+}  // namespace
+
 RkManipulationStatus::Enum RkManipulationSequenceManager::update(
     RkReal time, const RkManipulationUpdateParams& params, RkManipulationSequenceManagerState& state) const {
-  if (state.currentSequenceIsComplete()) {
-    state.setCurrentSequenceIndex(state.currentSequenceIndex() + 1);
-    state.setCurrentSequenceNeedsInit(true);
-    state.setCurrentSequenceIsComplete(false);
-  }
-  const RkU32 index = state.currentSequenceIndex();
-  if (index >= m_sequenceOrder.size()) {
-    Rk::Print::write(
-        4,
-        "RkManipulationSequenceManager::update sequence %d is past the end of the order (%u names); "
-        "init first.\n",
-        static_cast<int>(index), m_sequenceOrder.size());
-    return RkManipulationStatus::Failure;
-  }
-  const RkManipulationSequence* sequence = currentSequence(state);
-  if (!sequence) {
-    Rk::Print::write(
-        4, "RkManipulationSequenceManager::update sequence %d (\"%s\") is not in the sequence map.\n",
-        static_cast<int>(index), m_sequenceOrder[index].value().c_str());
-    return RkManipulationStatus::Failure;
-  }
-  const bool startedNow = state.currentSequenceNeedsInit();
-  if (startedNow) {
-    state.setCurrentSequenceNeedsInit(false);
-    RkManipulationActionStateContainer container;
-    if (!sequence->init(container)) {
-      Rk::Print::write(4, "RkManipulationSequenceManager::update unable to initialize sequence %d.\n",
-                       static_cast<int>(index));
-      return RkManipulationStatus::Failure;
-    }
-    state.currentSequenceStateContainer() = container;
-  }
-  RkManipulationActionState* sequenceState = state.currentSequenceStateContainer().element();
-  if (!sequenceState) {
-    Rk::Print::write(4, "RkManipulationSequenceManager::update sequence %d has no state; init first.\n",
-                     static_cast<int>(index));
-    return RkManipulationStatus::Failure;
-  }
-  const RkManipulationStatus::Enum result = sequence->update(time, params, *sequenceState);
-  if (result == RkManipulationStatus::Failure) {
-    Rk::Print::write(4, "RkManipulationSequenceManager::update unable to update sequence %d.\n",
-                     static_cast<int>(index));
-    return RkManipulationStatus::Failure;
-  }
-  bool sequenceComplete = false;
-  const RkManipulationStatus::Enum status = RkManipulationHandOver::report(
-      result, startedNow, index + 1 < m_sequenceOrder.size(), sequenceComplete);
-  if (sequenceComplete) state.setCurrentSequenceIsComplete(true);
-  return status;
+  SequenceList sequences{*this, state, time, params};
+  return RkManipulationListRunner::step(sequences);
 }
 
 std::string RkManipulationSequenceManager::statusString(const RkManipulationSequenceManagerState& state,
                                                         const std::string& prefix) const {
-  const RkManipulationSequence* sequence;
-  const RkManipulationActionState* sequenceState;
-  return running(state, sequence, sequenceState) ? sequence->statusString(*sequenceState, prefix)
-                                                 : std::string();
+  return askRunningSequence(
+      state,
+      [&prefix](const auto& sequence, const auto& sequenceState) {
+        return sequence.statusString(sequenceState, prefix);
+      },
+      std::string());
 }

@@ -8,20 +8,15 @@
 
 #include "sequencing/RkManipulationSequence.h"
 #include "sequencing/RkManipulationSequenceManagerState.h"
+#include "sequencing/RkManipulationTokens.h"
 #include "xml/RkXmlMapType.h"
 
 class RkManipulationSequenceManager
-    : public RkXmlConcreteClass<RkManipulationSequenceManager, RkXmlCompoundType> {
+    : public RkXmlConcreteClass<RkManipulationSequenceManager, RkXmlCompoundType,
+                                RkManipulation::RkManipulationSequenceManagerToken> {
  public:
   typedef RkXmlVectorType<RkXmlBasicType<std::string>> SequenceOrder;
   typedef RkXmlMapType<RkXmlBasicType<std::string>, RkManipulationSequence> SequenceMap;
-
-  bool operator==(const RkManipulationSequenceManager& other) const {
-    return RkXmlCompoundType::operator==(other) && m_sequenceOrder == other.m_sequenceOrder &&
-           m_sequenceMap == other.m_sequenceMap;
-  }
-  bool operator!=(const RkManipulationSequenceManager& other) const { return !(*this == other); }
-  static const RkToken& classToken();
 
   // Stores a copy under name; the order is not touched.
   virtual void add(const std::string& name, const RkManipulationSequence& sequence);
@@ -41,7 +36,8 @@ class RkManipulationSequenceManager
   virtual RkManipulationSequenceManagerState calculateEndState(
       const RkManipulationUpdateParams& params) const;
   virtual RkBoolean init(RkManipulationSequenceManagerState& state) const;
-  // One control step; real-time safe while no frame or sequence starts or ends.
+  // One control step. Real-time path while no frame or sequence starts or ends: allocates nothing, takes
+  // no lock, throws nothing; prints only on Failure.
   virtual RkManipulationStatus::Enum update(RkReal time, const RkManipulationUpdateParams& params,
                                             RkManipulationSequenceManagerState& state) const;
   virtual std::string statusString(const RkManipulationSequenceManagerState& state,
@@ -55,12 +51,16 @@ class RkManipulationSequenceManager
   void setSequenceOrder(const SequenceOrder& order) { m_sequenceOrder = order; }
 
  protected:
-  void registerComponents() override;
+  void registerComponents() override {
+    registerComponent(RkManipulation::RkSequenceOrderToken, &m_sequenceOrder);
+    registerComponent(RkManipulation::RkSequenceMapToken, &m_sequenceMap);
+  }
 
  private:
-  // The running sequence with its state, or false when there is none to ask.
-  bool running(const RkManipulationSequenceManagerState& state, const RkManipulationSequence*& sequence,
-               const RkManipulationActionState*& sequenceState) const;
+  // Query's answer for the running sequence and its state, or fallback when there is none.
+  template <class Query, class Fallback>
+  decltype(auto) askRunningSequence(const RkManipulationSequenceManagerState& state, Query query,
+                                    Fallback&& fallback) const;
 
   SequenceOrder m_sequenceOrder;
   SequenceMap m_sequenceMap;

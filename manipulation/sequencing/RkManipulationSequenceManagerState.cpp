@@ -2,17 +2,6 @@
 
 #include "sequencing/RkManipulationTokens.h"
 
-const RkToken& RkManipulationSequenceManagerState::classToken() {
-  return RkManipulation::RkManipulationSequenceManagerStateToken;
-}
-
-bool RkManipulationSequenceManagerState::operator==(const RkManipulationSequenceManagerState& other) const {
-  return RkXmlCompoundType::operator==(other) && m_currentSequenceIndex == other.m_currentSequenceIndex &&
-         m_currentSequenceNeedsInit == other.m_currentSequenceNeedsInit &&
-         m_currentSequenceIsComplete == other.m_currentSequenceIsComplete &&
-         m_currentSequenceStateContainer == other.m_currentSequenceStateContainer;
-}
-
 void RkManipulationSequenceManagerState::registerComponents() {
   registerComponent(RkManipulation::RkCurrentSequenceIndexToken, &m_currentSequenceIndex);
   registerComponent(RkManipulation::RkCurrentSequenceNeedsInitToken, &m_currentSequenceNeedsInit);

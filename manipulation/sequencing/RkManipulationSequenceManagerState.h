@@ -2,17 +2,15 @@
 // The state of an RkManipulationSequenceManager: the position in the order, the two hand-over flags and the
 // state of the running sequence only.
 #include "sequencing/RkManipulationActionStateContainer.h"
+#include "sequencing/RkManipulationTokens.h"
 #include "xml/RkXmlBasicType.h"
 #include "xml/RkXmlCompoundType.h"
 #include "xml/RkXmlConcreteClass.h"
 
 class RkManipulationSequenceManagerState
-    : public RkXmlConcreteClass<RkManipulationSequenceManagerState, RkXmlCompoundType> {
+    : public RkXmlConcreteClass<RkManipulationSequenceManagerState, RkXmlCompoundType,
+                                RkManipulation::RkManipulationSequenceManagerStateToken> {
  public:
-  bool operator==(const RkManipulationSequenceManagerState& other) const;
-  bool operator!=(const RkManipulationSequenceManagerState& other) const { return !(*this == other); }
-  static const RkToken& classToken();
-
   // Back to the first position, both flags false, an empty state container.
   virtual void clear();
   virtual RkU32 currentSequenceIndex() const { return m_currentSequenceIndex; }

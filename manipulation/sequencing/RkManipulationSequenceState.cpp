@@ -1,17 +1,8 @@
 #include "sequencing/RkManipulationSequenceState.h"
 
+#include <utility>
+
 #include "sequencing/RkManipulationTokens.h"
-
-const RkToken& RkManipulationSequenceState::classToken() {
-  return RkManipulation::RkManipulationSequenceStateToken;
-}
-
-bool RkManipulationSequenceState::operator==(const RkManipulationSequenceState& other) const {
-  return RkManipulationActionState::operator==(other) && m_currentFrameIndex == other.m_currentFrameIndex &&
-         m_currentFrameNeedsInit == other.m_currentFrameNeedsInit &&
-         m_currentFrameIsComplete == other.m_currentFrameIsComplete &&
-         m_frameStateContainerVector == other.m_frameStateContainerVector;
-}
 
 void RkManipulationSequenceState::registerComponents() {
   registerComponent(RkManipulation::RkCurrentFrameIndexToken, &m_currentFrameIndex);
@@ -24,11 +15,15 @@ void RkManipulationSequenceState::registerComponents() {
 void RkManipulationSequenceState::add(const RkManipulationFrameState& frameState) {
   RkManipulationFrameStateContainer container;
   container.setElement(frameState);
-  add(container);
+  add(std::move(container));
 }
 
 void RkManipulationSequenceState::add(const RkManipulationFrameStateContainer& container) {
   m_frameStateContainerVector.pushBack(container);
+}
+
+void RkManipulationSequenceState::add(RkManipulationFrameStateContainer&& container) {
+  m_frameStateContainerVector.pushBack(std::move(container));
 }
 
 void RkManipulationSequenceState::clear() {

@@ -4,19 +4,19 @@
 // i's).
 #include "frames/RkManipulationFrameStateContainer.h"
 #include "sequencing/RkManipulationActionState.h"
+#include "sequencing/RkManipulationTokens.h"
 #include "xml/RkXmlBasicType.h"
 #include "xml/RkXmlConcreteClass.h"
 #include "xml/RkXmlVectorType.h"
 
 class RkManipulationSequenceState
-    : public RkXmlConcreteClass<RkManipulationSequenceState, RkManipulationActionState> {
+    : public RkXmlConcreteClass<RkManipulationSequenceState, RkManipulationActionState,
+                                RkManipulation::RkManipulationSequenceStateToken> {
  public:
-  bool operator==(const RkManipulationSequenceState& other) const;
-  bool operator!=(const RkManipulationSequenceState& other) const { return !(*this == other); }
-  static const RkToken& classToken();
-
   virtual void add(const RkManipulationFrameState& frameState);
   virtual void add(const RkManipulationFrameStateContainer& container);
+  // Appends the container itself, taking its state over.
+  virtual void add(RkManipulationFrameStateContainer&& container);
   // Back to frame 0, both flags false, no frame states.
   virtual void clear();
   virtual void deleteFrame(RkU32 index);

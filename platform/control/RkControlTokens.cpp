@@ -4,35 +4,12 @@
 
 namespace RkControl {
 
-__attribute__((init_priority(101))) const RkToken RkActiveControlDescriptionToken =
-    RkXml::qualifiedToken("activeControlDescription");
-__attribute__((init_priority(101))) const RkToken RkActiveControlMethodToken =
-    RkXml::qualifiedToken("activeControlMethod");
-__attribute__((init_priority(101))) const RkToken RkActiveEndEffectorSetToken =
-    RkXml::qualifiedToken("activeEndEffectorSet");
-
-__attribute__((init_priority(101))) const RkToken RkEndEffectorPlacementToken =
-    RkXml::qualifiedToken("endEffectorPlacement");
-__attribute__((init_priority(101))) const RkToken RkManipulatorEndEffectorPlacementToken =
-    RkXml::qualifiedToken("manipulatorEndEffectorPlacement");
-__attribute__((init_priority(101))) const RkToken RkPointEndEffectorToken =
-    RkXml::qualifiedToken("pointEndEffector");
-__attribute__((init_priority(101))) const RkToken RkFrameEndEffectorToken =
-    RkXml::qualifiedToken("frameEndEffector");
-__attribute__((init_priority(101))) const RkToken RkEndEffectorContainerToken =
-    RkXml::qualifiedToken("endEffectorContainer");
-__attribute__((init_priority(101))) const RkToken RkEndEffectorSetToken =
-    RkXml::qualifiedToken("endEffectorSet");
-
-__attribute__((init_priority(101))) const RkToken RkPlacementToken = RkXml::qualifiedToken("placement");
-__attribute__((init_priority(101))) const RkToken RkOffsetTransformationsToken =
-    RkXml::qualifiedToken("offsetTransformations");
-__attribute__((init_priority(101))) const RkToken RkLinkIdentifierToken =
-    RkXml::qualifiedToken("linkIdentifier");
-__attribute__((init_priority(101))) const RkToken RkMaximumAccelerationToken =
-    RkXml::qualifiedToken("maximumAcceleration");
-__attribute__((init_priority(101))) const RkToken RkOrientationWeightLengthToken =
-    RkXml::qualifiedToken("orientationWeightLength");
-__attribute__((init_priority(101))) const RkToken RkEndEffectorsToken = RkXml::qualifiedToken("endEffectors");
+// Built before the other initialisers of the libraries that use them.
+#define RK_TOKEN(name, localName) \
+  __attribute__((init_priority(101))) const RkToken name = RkXml::qualifiedToken(localName);
+#define RK_PLAIN_TOKEN(name, localName) __attribute__((init_priority(101))) const RkToken name(localName);
+#include "control/RkControlTokenList.h"
+#undef RK_TOKEN
+#undef RK_PLAIN_TOKEN
 
 }  // namespace RkControl

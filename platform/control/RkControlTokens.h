@@ -5,25 +5,10 @@
 
 namespace RkControl {
 
-// Names of the active control settings an action reports to the controller.
-extern const RkToken RkActiveControlDescriptionToken;
-extern const RkToken RkActiveControlMethodToken;
-extern const RkToken RkActiveEndEffectorSetToken;
-
-// Class names.
-extern const RkToken RkEndEffectorPlacementToken;
-extern const RkToken RkManipulatorEndEffectorPlacementToken;
-extern const RkToken RkPointEndEffectorToken;
-extern const RkToken RkFrameEndEffectorToken;
-extern const RkToken RkEndEffectorContainerToken;
-extern const RkToken RkEndEffectorSetToken;
-
-// Member names.
-extern const RkToken RkPlacementToken;
-extern const RkToken RkOffsetTransformationsToken;
-extern const RkToken RkLinkIdentifierToken;
-extern const RkToken RkMaximumAccelerationToken;
-extern const RkToken RkOrientationWeightLengthToken;
-extern const RkToken RkEndEffectorsToken;
+#define RK_TOKEN(name, localName) extern const RkToken name;
+#define RK_PLAIN_TOKEN(name, localName) extern const RkToken name;
+#include "control/RkControlTokenList.h"
+#undef RK_TOKEN
+#undef RK_PLAIN_TOKEN
 
 }  // namespace RkControl

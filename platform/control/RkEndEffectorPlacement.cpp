@@ -20,15 +20,6 @@ RkEndEffectorPlacement RkEndEffectorPlacement::interpolation(const RkEndEffector
       RkOrientation::interpolation(start.orientation(), end.orientation(), s)));
 }
 
-RkBoolean RkEndEffectorPlacement::equality(const RkXmlObject* other) const {
-  const auto* same = dynamic_cast<const RkEndEffectorPlacement*>(other);
-  return same && *this == *same;
-}
-
-const RkToken& RkEndEffectorPlacement::classToken() {
-  return RkControl::RkEndEffectorPlacementToken;
-}
-
 void RkEndEffectorPlacement::registerComponents() {
   registerComponent(RkControl::RkPlacementToken, &m_placement);
 }

@@ -2,10 +2,13 @@
 // Where one end effector is, or is to be: its frame in the frame the placement is given in.
 //   <endEffectorPlacement><placement><translation>0.4 0 0.3</translation>
 //   <orientation>1 0 0 0</orientation></placement></endEffectorPlacement>
+#include "control/RkControlTokens.h"
 #include "foundation/RkCoordinateSystemTransformation.h"
 #include "xml/RkXmlCompoundType.h"
+#include "xml/RkXmlConcreteClass.h"
 
-class RkEndEffectorPlacement : public RkXmlCompoundType {
+class RkEndEffectorPlacement : public RkXmlConcreteClass<RkEndEffectorPlacement, RkXmlCompoundType,
+                                                         RkControl::RkEndEffectorPlacementToken> {
  public:
   // The identity placement.
   RkEndEffectorPlacement() = default;
@@ -20,18 +23,6 @@ class RkEndEffectorPlacement : public RkXmlCompoundType {
   // line, the orientation turning on about the same axis. A non-finite s gives from, with one printed line.
   static RkEndEffectorPlacement interpolation(const RkEndEffectorPlacement& from,
                                               const RkEndEffectorPlacement& to, RkReal s);
-
-  bool operator==(const RkEndEffectorPlacement& other) const {
-    return RkXmlCompoundType::operator==(other) && m_placement == other.m_placement;
-  }
-  bool operator!=(const RkEndEffectorPlacement& other) const { return !(*this == other); }
-
-  RkBoolean equality(const RkXmlObject* other) const override;
-  RkXmlObject* newObject() const override { return new RkEndEffectorPlacement; }
-  RkXmlObject* clone() const override { return new RkEndEffectorPlacement(*this); }
-  const RkToken& token() const override { return classToken(); }
-  static const RkToken& classToken();
-  static RkXmlObject* creator() { return new RkEndEffectorPlacement; }
 
  protected:
   void registerComponents() override;

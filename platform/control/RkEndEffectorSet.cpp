@@ -21,15 +21,6 @@ void RkEndEffectorSet::add(const RkEndEffector& endEffector) {
   m_endEffectors.pushBack(container);
 }
 
-RkBoolean RkEndEffectorSet::equality(const RkXmlObject* other) const {
-  const auto* same = dynamic_cast<const RkEndEffectorSet*>(other);
-  return same && *this == *same;
-}
-
-const RkToken& RkEndEffectorSet::classToken() {
-  return RkControl::RkEndEffectorSetToken;
-}
-
 const RkEndEffectorSet& RkEndEffectorSet::nullObject() {
   static const RkEndEffectorSet empty;
   return empty;

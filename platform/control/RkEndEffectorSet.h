@@ -3,11 +3,14 @@
 // one entry per end effector of the set, in the same order:
 //   <endEffectorSet><endEffectors count="1"><element><pointEndEffector>...</pointEndEffector>
 //   </element></endEffectors></endEffectorSet>
+#include "control/RkControlTokens.h"
 #include "control/RkEndEffectorContainer.h"
 #include "xml/RkXmlCompoundType.h"
+#include "xml/RkXmlConcreteClass.h"
 #include "xml/RkXmlVectorType.h"
 
-class RkEndEffectorSet : public RkXmlCompoundType {
+class RkEndEffectorSet
+    : public RkXmlConcreteClass<RkEndEffectorSet, RkXmlCompoundType, RkControl::RkEndEffectorSetToken> {
  public:
   RkEndEffectorSet() = default;
 
@@ -17,17 +20,6 @@ class RkEndEffectorSet : public RkXmlCompoundType {
   // Appends a copy of endEffector.
   void add(const RkEndEffector& endEffector);
 
-  bool operator==(const RkEndEffectorSet& other) const {
-    return RkXmlCompoundType::operator==(other) && m_endEffectors == other.m_endEffectors;
-  }
-  bool operator!=(const RkEndEffectorSet& other) const { return !(*this == other); }
-
-  RkBoolean equality(const RkXmlObject* other) const override;
-  RkXmlObject* newObject() const override { return new RkEndEffectorSet; }
-  RkXmlObject* clone() const override { return new RkEndEffectorSet(*this); }
-  const RkToken& token() const override { return classToken(); }
-  static const RkToken& classToken();
-  static RkXmlObject* creator() { return new RkEndEffectorSet; }
   // The empty set, for callers that must return a set by reference when they have none.
   static const RkEndEffectorSet& nullObject();
 

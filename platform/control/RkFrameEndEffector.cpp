@@ -13,15 +13,6 @@ RkReal RkFrameEndEffector::placementError(const RkCoordinateSystemTransformation
   return std::sqrt((actual.translation() - goal.translation()).squaredNorm() + turn * turn);
 }
 
-RkBoolean RkFrameEndEffector::equality(const RkXmlObject* other) const {
-  const auto* same = dynamic_cast<const RkFrameEndEffector*>(other);
-  return same && *this == *same;
-}
-
-const RkToken& RkFrameEndEffector::classToken() {
-  return RkControl::RkFrameEndEffectorToken;
-}
-
 void RkFrameEndEffector::registerComponents() {
   RkEndEffector::registerComponents();
   registerComponent(RkControl::RkOrientationWeightLengthToken, &m_orientationWeightLength);

@@ -2,9 +2,12 @@
 // An end effector that controls position and orientation, such as a gripper:
 //   <frameEndEffector><linkIdentifier>wrist</linkIdentifier><maximumAcceleration>2</maximumAcceleration>
 //   <orientationWeightLength>0.1</orientationWeightLength></frameEndEffector>
+#include "control/RkControlTokens.h"
 #include "control/RkEndEffector.h"
+#include "xml/RkXmlConcreteClass.h"
 
-class RkFrameEndEffector : public RkEndEffector {
+class RkFrameEndEffector
+    : public RkXmlConcreteClass<RkFrameEndEffector, RkEndEffector, RkControl::RkFrameEndEffectorToken> {
  public:
   RkFrameEndEffector() : m_orientationWeightLength(0.0) {}
 
@@ -18,18 +21,6 @@ class RkFrameEndEffector : public RkEndEffector {
   // takes one orientation to the other, L the orientation weight length.
   RkReal placementError(const RkCoordinateSystemTransformation& actual,
                         const RkCoordinateSystemTransformation& goal) const override;
-
-  bool operator==(const RkFrameEndEffector& other) const {
-    return RkEndEffector::operator==(other) && m_orientationWeightLength == other.m_orientationWeightLength;
-  }
-  bool operator!=(const RkFrameEndEffector& other) const { return !(*this == other); }
-
-  RkBoolean equality(const RkXmlObject* other) const override;
-  RkXmlObject* newObject() const override { return new RkFrameEndEffector; }
-  RkXmlObject* clone() const override { return new RkFrameEndEffector(*this); }
-  const RkToken& token() const override { return classToken(); }
-  static const RkToken& classToken();
-  static RkXmlObject* creator() { return new RkFrameEndEffector; }
 
  protected:
   void registerComponents() override;

@@ -15,15 +15,6 @@ RkBoolean RkManipulatorEndEffectorPlacement::setOffsetInRelative(
   return true;
 }
 
-RkBoolean RkManipulatorEndEffectorPlacement::equality(const RkXmlObject* other) const {
-  const auto* same = dynamic_cast<const RkManipulatorEndEffectorPlacement*>(other);
-  return same && *this == *same;
-}
-
-const RkToken& RkManipulatorEndEffectorPlacement::classToken() {
-  return RkControl::RkManipulatorEndEffectorPlacementToken;
-}
-
 const RkManipulatorEndEffectorPlacement& RkManipulatorEndEffectorPlacement::nullObject() {
   static const RkManipulatorEndEffectorPlacement empty;
   return empty;

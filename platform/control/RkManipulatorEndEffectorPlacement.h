@@ -4,11 +4,15 @@
 //   <manipulatorEndEffectorPlacement><offsetTransformations count="1"><element>
 //   <translation>0 0 0.1</translation><orientation>1 0 0 0</orientation>
 //   </element></offsetTransformations></manipulatorEndEffectorPlacement>
+#include "control/RkControlTokens.h"
 #include "foundation/RkCoordinateSystemTransformation.h"
 #include "xml/RkXmlCompoundType.h"
+#include "xml/RkXmlConcreteClass.h"
 #include "xml/RkXmlVectorType.h"
 
-class RkManipulatorEndEffectorPlacement : public RkXmlCompoundType {
+class RkManipulatorEndEffectorPlacement
+    : public RkXmlConcreteClass<RkManipulatorEndEffectorPlacement, RkXmlCompoundType,
+                                RkControl::RkManipulatorEndEffectorPlacementToken> {
  public:
   typedef RkXmlVectorType<RkCoordinateSystemTransformation> TransformationVector;
 
@@ -25,17 +29,6 @@ class RkManipulatorEndEffectorPlacement : public RkXmlCompoundType {
   // beyond kMaxEndEffectorCount.
   RkBoolean setOffsetInRelative(RkU32 index, const RkCoordinateSystemTransformation& placement);
 
-  bool operator==(const RkManipulatorEndEffectorPlacement& other) const {
-    return RkXmlCompoundType::operator==(other) && m_offsetTransformations == other.m_offsetTransformations;
-  }
-  bool operator!=(const RkManipulatorEndEffectorPlacement& other) const { return !(*this == other); }
-
-  RkBoolean equality(const RkXmlObject* other) const override;
-  RkXmlObject* newObject() const override { return new RkManipulatorEndEffectorPlacement; }
-  RkXmlObject* clone() const override { return new RkManipulatorEndEffectorPlacement(*this); }
-  const RkToken& token() const override { return classToken(); }
-  static const RkToken& classToken();
-  static RkXmlObject* creator() { return new RkManipulatorEndEffectorPlacement; }
   // An empty placement list, for callers that must return one by reference when they have none.
   static const RkManipulatorEndEffectorPlacement& nullObject();
 

@@ -26,11 +26,6 @@ bool RkCoordinateSystemTransformation::approxEq(const RkCoordinateSystemTransfor
          m_orientation.approxEq(other.orientation(), angleTolerance);
 }
 
-RkBoolean RkCoordinateSystemTransformation::equality(const RkXmlObject* other) const {
-  const auto* same = dynamic_cast<const RkCoordinateSystemTransformation*>(other);
-  return same && *this == *same;
-}
-
 void RkCoordinateSystemTransformation::registerComponents() {
   registerComponent(RkFoundCommon::RkTranslationToken, &m_translation);
   registerComponent(RkFoundCommon::RkOrientationToken, &m_orientation);

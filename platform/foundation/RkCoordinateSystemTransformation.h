@@ -3,6 +3,7 @@
 //   <desiredPlacement><translation>0.4 0 0.3</translation><orientation>1 0 0
 //   0</orientation></desiredPlacement>
 #include "xml/RkXmlCompoundType.h"
+#include "xml/RkXmlConcreteClass.h"
 #include "xml/RkXmlOrientation.h"
 #include "xml/RkXmlVector.h"
 
@@ -12,7 +13,9 @@ extern const RkToken RkTranslationToken;
 extern const RkToken RkOrientationToken;
 }  // namespace RkFoundCommon
 
-class RkCoordinateSystemTransformation : public RkXmlCompoundType {
+class RkCoordinateSystemTransformation
+    : public RkXmlConcreteClass<RkCoordinateSystemTransformation, RkXmlCompoundType,
+                                RkFoundCommon::RkCoordinateSystemTransformationToken> {
  public:
   // The identity.
   RkCoordinateSystemTransformation() = default;
@@ -31,22 +34,11 @@ class RkCoordinateSystemTransformation : public RkXmlCompoundType {
   RkVector operator*(const RkVector& point) const { return m_orientation * point + m_translation; }
   RkCoordinateSystemTransformation inverse() const;
 
-  bool operator==(const RkCoordinateSystemTransformation& other) const {
-    return m_translation == other.m_translation && m_orientation == other.m_orientation;
-  }
-  bool operator!=(const RkCoordinateSystemTransformation& other) const { return !(*this == other); }
   // Translations within tolerance (length unit) and orientations within angleTolerance (radians).
   bool approxEq(const RkCoordinateSystemTransformation& other, RkReal tolerance, RkReal angleTolerance) const;
   bool approxEq(const RkCoordinateSystemTransformation& other, RkReal tolerance) const {
     return approxEq(other, tolerance, tolerance);
   }
-
-  RkBoolean equality(const RkXmlObject* other) const override;
-  RkXmlObject* newObject() const override { return new RkCoordinateSystemTransformation; }
-  RkXmlObject* clone() const override { return new RkCoordinateSystemTransformation(*this); }
-  const RkToken& token() const override { return classToken(); }
-  static const RkToken& classToken() { return RkFoundCommon::RkCoordinateSystemTransformationToken; }
-  static RkXmlObject* creator() { return new RkCoordinateSystemTransformation; }
 
  protected:
   void registerComponents() override;

@@ -20,8 +20,3 @@ void RkDataMap::setValue(const std::string& key, RkReal value) {
     entries.emplace(key, value);
   }
 }
-
-RkBoolean RkDataMap::equality(const RkXmlObject* other) const {
-  const RkDataMap* same = dynamic_cast<const RkDataMap*>(other);
-  return same && *this == *same;
-}

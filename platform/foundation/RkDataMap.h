@@ -4,13 +4,16 @@
 #include <string>
 
 #include "xml/RkXmlBasicType.h"
+#include "xml/RkXmlConcreteClass.h"
 #include "xml/RkXmlMapType.h"
 
 namespace RkFoundCommon {
 extern const RkToken RkDataMapToken;
 }
 
-class RkDataMap : public RkXmlMapType<RkXmlBasicType<std::string>, RkXmlBasicType<RkReal>> {
+class RkDataMap
+    : public RkXmlConcreteClass<RkDataMap, RkXmlMapType<RkXmlBasicType<std::string>, RkXmlBasicType<RkReal>>,
+                                RkFoundCommon::RkDataMapToken> {
  public:
   typedef RkXmlMapType<RkXmlBasicType<std::string>, RkXmlBasicType<RkReal>> Base;
   using Base::lookup;
@@ -22,9 +25,4 @@ class RkDataMap : public RkXmlMapType<RkXmlBasicType<std::string>, RkXmlBasicTyp
 
   bool operator==(const RkDataMap& other) const { return Base::operator==(other); }
   bool operator!=(const RkDataMap& other) const { return !(*this == other); }
-  RkBoolean equality(const RkXmlObject* other) const override;
-  RkXmlObject* newObject() const override { return new RkDataMap; }
-  RkXmlObject* clone() const override { return new RkDataMap(*this); }
-  const RkToken& token() const override { return classToken(); }
-  static const RkToken& classToken() { return RkFoundCommon::RkDataMapToken; }
 };

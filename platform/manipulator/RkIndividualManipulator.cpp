@@ -29,15 +29,6 @@ const RkCoordinateSystemTransformation* RkIndividualManipulator::dhFrame(
   return index < m_links.size() ? state.dhFrame(index) : nullptr;
 }
 
-RkBoolean RkIndividualManipulator::equality(const RkXmlObject* other) const {
-  const auto* same = dynamic_cast<const RkIndividualManipulator*>(other);
-  return same && *this == *same;
-}
-
-const RkToken& RkIndividualManipulator::classToken() {
-  return RkManipulator::RkIndividualManipulatorToken;
-}
-
 void RkIndividualManipulator::registerComponents() {
   registerComponent(RkManipulator::RkNameToken, &m_name);
   registerComponent(RkManipulator::RkBasePlacementToken, &m_basePlacement);

@@ -9,13 +9,16 @@
 
 #include "foundation/RkCoordinateSystemTransformation.h"
 #include "manipulator/RkManipulatorLink.h"
+#include "manipulator/RkManipulatorTokens.h"
 #include "xml/RkXmlBasicType.h"
 #include "xml/RkXmlCompoundType.h"
+#include "xml/RkXmlConcreteClass.h"
 #include "xml/RkXmlVectorType.h"
 
 class RkManipulatorActivePositionState;
 
-class RkIndividualManipulator : public RkXmlCompoundType {
+class RkIndividualManipulator : public RkXmlConcreteClass<RkIndividualManipulator, RkXmlCompoundType,
+                                                          RkManipulator::RkIndividualManipulatorToken> {
  public:
   typedef RkXmlVectorType<RkManipulatorLink> LinkVector;
 
@@ -42,19 +45,6 @@ class RkIndividualManipulator : public RkXmlCompoundType {
                                                        const RkManipulatorActivePositionState& state) const;
   const RkCoordinateSystemTransformation* dhFrame(const std::string& linkIdentifier,
                                                   const RkManipulatorActivePositionState& state) const;
-
-  bool operator==(const RkIndividualManipulator& other) const {
-    return RkXmlCompoundType::operator==(other) && m_name == other.m_name &&
-           m_basePlacement == other.m_basePlacement && m_links == other.m_links;
-  }
-  bool operator!=(const RkIndividualManipulator& other) const { return !(*this == other); }
-
-  RkBoolean equality(const RkXmlObject* other) const override;
-  RkXmlObject* newObject() const override { return new RkIndividualManipulator; }
-  RkXmlObject* clone() const override { return new RkIndividualManipulator(*this); }
-  const RkToken& token() const override { return classToken(); }
-  static const RkToken& classToken();
-  static RkXmlObject* creator() { return new RkIndividualManipulator; }
 
  protected:
   void registerComponents() override;

@@ -22,15 +22,6 @@ RkBoolean RkManipulatorLink::frameInParent(RkReal position, RkCoordinateSystemTr
   return false;
 }
 
-RkBoolean RkManipulatorLink::equality(const RkXmlObject* other) const {
-  const auto* same = dynamic_cast<const RkManipulatorLink*>(other);
-  return same && *this == *same;
-}
-
-const RkToken& RkManipulatorLink::classToken() {
-  return RkManipulator::RkManipulatorLinkToken;
-}
-
 void RkManipulatorLink::registerComponents() {
   registerComponent(RkManipulator::RkIdentifierToken, &m_identifier);
   registerComponent(RkManipulator::RkParentIndexToken, &m_parentIndex);

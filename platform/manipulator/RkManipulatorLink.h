@@ -10,12 +10,15 @@
 #include <string>
 
 #include "foundation/RkCoordinateSystemTransformation.h"
+#include "manipulator/RkManipulatorTokens.h"
 #include "xml/RkXmlBasicType.h"
 #include "xml/RkXmlCompoundType.h"
+#include "xml/RkXmlConcreteClass.h"
 #include "xml/RkXmlEnumType.h"
 #include "xml/RkXmlVector.h"
 
-class RkManipulatorLink : public RkXmlCompoundType {
+class RkManipulatorLink
+    : public RkXmlConcreteClass<RkManipulatorLink, RkXmlCompoundType, RkManipulator::RkManipulatorLinkToken> {
  public:
   // A revolute joint turns by its position (radians) about the axis; a prismatic one shifts by its position
   // (length unit) along it.
@@ -46,21 +49,6 @@ class RkManipulatorLink : public RkXmlCompoundType {
   // Sets frame to the link's primary frame in its parent's with the joint at position; false when the
   // joint type is none of the known ones (a number a document gave).
   RkBoolean frameInParent(RkReal position, RkCoordinateSystemTransformation& frame) const;
-
-  bool operator==(const RkManipulatorLink& other) const {
-    return RkXmlCompoundType::operator==(other) && m_identifier == other.m_identifier &&
-           m_parentIndex == other.m_parentIndex && m_fixedTransformation == other.m_fixedTransformation &&
-           m_jointType == other.m_jointType && m_jointAxis == other.m_jointAxis &&
-           m_dhOffset == other.m_dhOffset;
-  }
-  bool operator!=(const RkManipulatorLink& other) const { return !(*this == other); }
-
-  RkBoolean equality(const RkXmlObject* other) const override;
-  RkXmlObject* newObject() const override { return new RkManipulatorLink; }
-  RkXmlObject* clone() const override { return new RkManipulatorLink(*this); }
-  const RkToken& token() const override { return classToken(); }
-  static const RkToken& classToken();
-  static RkXmlObject* creator() { return new RkManipulatorLink; }
 
  protected:
   void registerComponents() override;

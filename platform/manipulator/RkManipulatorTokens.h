@@ -5,26 +5,10 @@
 
 namespace RkManipulator {
 
-// Class names.
-extern const RkToken RkPositionStateToken;
-extern const RkToken RkManipulatorLinkToken;
-extern const RkToken RkIndividualManipulatorToken;
-
-// Member names.
-extern const RkToken RkBasePlacementToken;
-extern const RkToken RkJointPositionsToken;
-extern const RkToken RkJointVelocitiesToken;
-extern const RkToken RkNameToken;
-extern const RkToken RkLinksToken;
-extern const RkToken RkIdentifierToken;
-extern const RkToken RkParentIndexToken;
-extern const RkToken RkFixedTransformationToken;
-extern const RkToken RkJointTypeToken;
-extern const RkToken RkJointAxisToken;
-extern const RkToken RkDhOffsetToken;
-
-// Unqualified joint-type names: the value strings of a link's joint-type setting.
-extern const RkToken RkRevoluteToken;
-extern const RkToken RkPrismaticToken;
+#define RK_TOKEN(name, localName) extern const RkToken name;
+#define RK_PLAIN_TOKEN(name, localName) extern const RkToken name;
+#include "manipulator/RkManipulatorTokenList.h"
+#undef RK_TOKEN
+#undef RK_PLAIN_TOKEN
 
 }  // namespace RkManipulator

@@ -4,11 +4,14 @@
 //   <positionState><basePlacement>...</basePlacement><jointPositions count="2"><group>0.1 0.2</group>
 //   </jointPositions><jointVelocities count="2"><group>0 0</group></jointVelocities></positionState>
 #include "foundation/RkCoordinateSystemTransformation.h"
+#include "manipulator/RkManipulatorTokens.h"
 #include "xml/RkXmlBasicType.h"
 #include "xml/RkXmlCompoundType.h"
+#include "xml/RkXmlConcreteClass.h"
 #include "xml/RkXmlVectorType.h"
 
-class RkPositionState : public RkXmlCompoundType {
+class RkPositionState
+    : public RkXmlConcreteClass<RkPositionState, RkXmlCompoundType, RkManipulator::RkPositionStateToken> {
  public:
   typedef RkXmlVectorType<RkXmlBasicType<RkReal>> RealVector;
 
@@ -21,19 +24,6 @@ class RkPositionState : public RkXmlCompoundType {
   void setJointPositions(const RealVector& positions) { m_jointPositions = positions; }
   const RealVector& jointVelocities() const { return m_jointVelocities; }
   void setJointVelocities(const RealVector& velocities) { m_jointVelocities = velocities; }
-
-  bool operator==(const RkPositionState& other) const {
-    return RkXmlCompoundType::operator==(other) && m_basePlacement == other.m_basePlacement &&
-           m_jointPositions == other.m_jointPositions && m_jointVelocities == other.m_jointVelocities;
-  }
-  bool operator!=(const RkPositionState& other) const { return !(*this == other); }
-
-  RkBoolean equality(const RkXmlObject* other) const override;
-  RkXmlObject* newObject() const override { return new RkPositionState; }
-  RkXmlObject* clone() const override { return new RkPositionState(*this); }
-  const RkToken& token() const override { return classToken(); }
-  static const RkToken& classToken();
-  static RkXmlObject* creator() { return new RkPositionState; }
 
  protected:
   void registerComponents() override;

@@ -127,6 +127,7 @@ RkBoolean RkXmlBaseVariableCompoundType::write(RkXmlWriter& writer) const {
 }
 
 void RkXmlBaseVariableCompoundType::writeSchema(RkXmlSchema& schema) const {
+  schema.noteClass(*this);
   RkXmlObject::writeSchema(schema);
   schema.openElement(RkXml::RkAddLibrariesToken, RkXmlOccurrence::Optional);
   m_addLibraries.writeSchema(schema);

@@ -18,6 +18,8 @@ class RkXmlBaseVariableCompoundType : public RkXmlObject {
   RkXmlBaseVariableCompoundType() = default;
   RkXmlBaseVariableCompoundType(const RkXmlBaseVariableCompoundType&) = default;
   RkXmlBaseVariableCompoundType& operator=(const RkXmlBaseVariableCompoundType&) = default;
+  RkXmlBaseVariableCompoundType(RkXmlBaseVariableCompoundType&&) noexcept = default;
+  RkXmlBaseVariableCompoundType& operator=(RkXmlBaseVariableCompoundType&&) noexcept = default;
   bool operator==(const RkXmlBaseVariableCompoundType& other) const {
     return m_addLibraries == other.m_addLibraries;
   }

@@ -11,40 +11,55 @@
 #include "xml/RkXmlTextType.h"
 #include "xml/RkXmlWriter.h"
 
-const std::vector<RkXmlCompoundType::Component>& RkXmlCompoundType::components() const {
-  if (!m_registered) {
-    m_registered = true;
-    m_components.clear();
-    const_cast<RkXmlCompoundType*>(this)->registerComponents();
+namespace {
+// The list being built on this thread and the prototype its offsets are taken from.
+thread_local RkXmlCompoundType::ComponentList* t_building = nullptr;
+thread_local const RkXmlCompoundType* t_prototype = nullptr;
+}  // namespace
+
+RkXmlCompoundType::ComponentList RkXmlCompoundType::buildComponents(RkXmlCompoundType& prototype) {
+  ComponentList list;
+  ComponentList* outerList = t_building;
+  const RkXmlCompoundType* outerPrototype = t_prototype;
+  t_building = &list;
+  t_prototype = &prototype;
+  prototype.registerComponents();
+  t_building = outerList;
+  t_prototype = outerPrototype;
+  return list;
+}
+
+void RkXmlCompoundType::addComponent(const RkToken& tag, const RkXmlObject* field, ComponentKind kind,
+                                     bool (*equal)(const RkXmlObject&, const RkXmlObject&)) {
+  // Only the framework's one call per class registers; a class calling it itself registers nothing.
+  if (!t_building || t_prototype != this) return;
+  const std::ptrdiff_t offset = reinterpret_cast<const char*>(field) -
+                                reinterpret_cast<const char*>(static_cast<const RkXmlCompoundType*>(this));
+  t_building->push_back({tag, offset, kind, equal});
+}
+
+bool RkXmlCompoundType::operator==(const RkXmlCompoundType& other) const {
+  const ComponentList& fields = components();
+  if (&fields != &other.components()) return false;
+  for (const Component& field : fields) {
+    if (!field.equal(field.in(*this), field.in(other))) return false;
   }
-  return m_components;
-}
-
-void RkXmlCompoundType::registerComponent(const RkToken& tag, RkXmlObject* field) {
-  m_components.push_back({tag, field, ComponentKind::Element});
-}
-
-void RkXmlCompoundType::registerComponentReadOnly(const RkToken& tag, RkXmlObject* field) {
-  m_components.push_back({tag, field, ComponentKind::ReadOnlyElement});
-}
-
-void RkXmlCompoundType::registerAttributeComponent(const RkToken& tag, RkXmlTextType* field) {
-  m_components.push_back({tag, field, ComponentKind::Attribute});
+  return true;
 }
 
 RkBoolean RkXmlCompoundType::read(RkXmlReader& reader) {
   if (!RkXmlObject::read(reader)) return false;
-  const std::vector<Component>& fields = components();
+  const ComponentList& fields = components();
   RkBoolean result = true;
   for (RkU32 i = 0, count = reader.attributeCount(); i < count; ++i) {
     for (const Component& field : fields) {
       // Attributes are unqualified: they match by local name.
       if (field.kind == ComponentKind::Attribute &&
           field.tag.localName() == reader.attributeName(i).localName()) {
-        RkXmlTextType* text = static_cast<RkXmlTextType*>(field.object);
-        if (!text->parseText(reader.attributeValue(i))) {
+        RkXmlTextType& text = static_cast<RkXmlTextType&>(field.in(*this));
+        if (!text.parseText(reader.attributeValue(i))) {
           reader.contentError("attribute %s=\"%s\" is not %s", field.tag.c_str(),
-                              reader.attributeValue(i).c_str(), text->textDescription());
+                              reader.attributeValue(i).c_str(), text.textDescription());
           result = false;
         }
       }
@@ -68,7 +83,7 @@ RkBoolean RkXmlCompoundType::read(RkXmlReader& reader) {
       reader.contentError("unknown element \"%s\" in \"%s\" skipped", std::string(tag.localName()).c_str(),
                           std::string(token().localName()).c_str());
     } else if (found->kind == ComponentKind::Element) {
-      result = found->object->read(reader) && result;
+      result = found->in(*this).read(reader) && result;
     }
     reader.finishElement(childDepth);
   }
@@ -76,19 +91,19 @@ RkBoolean RkXmlCompoundType::read(RkXmlReader& reader) {
 }
 
 RkBoolean RkXmlCompoundType::write(RkXmlWriter& writer) const {
-  const std::vector<Component>& fields = components();
+  const ComponentList& fields = components();
   for (const Component& field : fields) {
     if (field.kind != ComponentKind::Attribute) continue;
     std::string& text = writer.scratch();
     text.clear();
-    static_cast<const RkXmlTextType*>(field.object)->formatText(text);
+    static_cast<const RkXmlTextType&>(field.in(*this)).formatText(text);
     writer.attribute(field.tag, text);
   }
   RkBoolean result = true;
   for (const Component& field : fields) {
     if (field.kind == ComponentKind::Attribute) continue;
     writer.openElement(field.tag);
-    result = field.object->write(writer) && result;
+    result = field.in(*this).write(writer) && result;
     writer.closeElement();
   }
   return result;
@@ -108,14 +123,15 @@ std::string RkXmlCompoundType::schemaTypeName() const {
 }
 
 void RkXmlCompoundType::writeSchema(RkXmlSchema& schema) const {
+  schema.noteClass(*this);
   if (!schema.beginNamedType(schemaTypeName())) return;
   schema.useAllGroup();
   for (const Component& field : components()) {
     if (field.kind == ComponentKind::Attribute) {
-      schema.attribute(field.tag, static_cast<const RkXmlTextType*>(field.object)->schemaTypeName());
+      schema.attribute(field.tag, static_cast<const RkXmlTextType&>(field.in(*this)).schemaTypeName());
     } else {
       schema.openElement(field.tag, RkXmlOccurrence::Optional);
-      field.object->writeSchema(schema);
+      field.in(*this).writeSchema(schema);
       schema.closeElement();
     }
   }

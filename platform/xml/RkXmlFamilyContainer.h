@@ -1,23 +1,22 @@
 #pragma once
-// The container class of one polymorphic family, written once: Derived supplies classToken() and
-// registerComponentCreators(); this supplies equality, newObject, clone, token and nullObject.
+// The container class of one polymorphic family, written once: Derived supplies
+// registerComponentCreators(), the one place that names the classes of the family; this supplies equality,
+// newObject, clone, token, classToken and nullObject. Moving a container never copies its element.
+#include <type_traits>
+
 #include "xml/RkXmlVariableElementType.h"
 
-template <class Derived, class T>
+template <class Derived, class T, const RkToken& Token>
 class RkXmlFamilyContainer : public RkXmlVariableElementType<T> {
  public:
-  bool operator==(const RkXmlFamilyContainer& other) const {
-    return RkXmlVariableElementType<T>::operator==(other);
-  }
-  bool operator!=(const RkXmlFamilyContainer& other) const { return !(*this == other); }
-
   RkBoolean equality(const RkXmlObject* other) const override {
     const Derived* same = dynamic_cast<const Derived*>(other);
     return same && *this == *same;
   }
   RkXmlObject* newObject() const override { return new Derived; }
   RkXmlObject* clone() const override { return new Derived(static_cast<const Derived&>(*this)); }
-  const RkToken& token() const override { return Derived::classToken(); }
+  const RkToken& token() const override { return Token; }
+  static const RkToken& classToken() { return Token; }
   // An empty container.
   static Derived nullObject() { return Derived(); }
 };

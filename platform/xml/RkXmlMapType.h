@@ -24,6 +24,8 @@ class RkXmlMapType : public RkXmlObject {
   RkXmlMapType(const K& key, const V& value) { m_entries.emplace(key, value); }
   RkXmlMapType(const RkXmlMapType&) = default;
   RkXmlMapType& operator=(const RkXmlMapType&) = default;
+  RkXmlMapType(RkXmlMapType&&) = default;
+  RkXmlMapType& operator=(RkXmlMapType&&) = default;
 
   bool operator==(const RkXmlMapType& other) const {
     if (!RkXmlObject::operator==(other) || m_entries.size() != other.m_entries.size()) return false;

@@ -15,6 +15,8 @@ class RkXmlObject {
   RkXmlObject() = default;
   RkXmlObject(const RkXmlObject&) = default;
   RkXmlObject& operator=(const RkXmlObject&) = default;
+  RkXmlObject(RkXmlObject&&) noexcept = default;
+  RkXmlObject& operator=(RkXmlObject&&) noexcept = default;
   virtual ~RkXmlObject() = default;
 
   virtual RkBoolean read(RkXmlReader& reader);

@@ -27,7 +27,7 @@ void RkXmlObjectVisitor::visitCompound(const RkXmlCompoundType* compound) {
   if (mayEnter() && shouldDescend(compound)) {
     for (const RkXmlCompoundType::Component& field : compound->components()) {
       m_currentToken = field.tag;
-      field.object->accept(this);
+      field.in(*compound).accept(this);
     }
   }
   closeObject(compound);

@@ -5,16 +5,6 @@
 #include "xml/RkXmlText.h"
 #include "xml/RkXmlTokens.h"
 
-RkBoolean RkXmlOrientation::equality(const RkXmlObject* other) const {
-  const RkXmlOrientation* same = dynamic_cast<const RkXmlOrientation*>(other);
-  return same && *this == *same;
-}
-
-const RkToken& RkXmlOrientation::classToken() {
-  static const RkToken token = RkXml::qualifiedToken("orientation");
-  return token;
-}
-
 void RkXmlOrientation::formatText(std::string& out) const {
   const RkReal values[4] = {w(), x(), y(), z()};
   for (int i = 0; i < 4; ++i) {

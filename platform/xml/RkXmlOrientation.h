@@ -2,21 +2,19 @@
 // An orientation as an XML object, written as the unit quaternion "w x y z": <orientation>1 0 0
 // 0</orientation>.
 #include "foundation/RkOrientation.h"
+#include "xml/RkXmlConcreteClass.h"
 #include "xml/RkXmlTextType.h"
+#include "xml/RkXmlTokens.h"
 
-class RkXmlOrientation : public RkXmlTextType, public RkOrientation {
+class RkXmlOrientation
+    : public RkXmlConcreteClass<RkXmlOrientation, RkXmlTextType, RkXml::RkOrientationTypeToken>,
+      public RkOrientation {
  public:
   RkXmlOrientation() = default;
   RkXmlOrientation(const RkOrientation& orientation) : RkOrientation(orientation) {}
 
   bool operator==(const RkXmlOrientation& other) const { return RkOrientation::operator==(other); }
   bool operator!=(const RkXmlOrientation& other) const { return !(*this == other); }
-
-  RkBoolean equality(const RkXmlObject* other) const override;
-  RkXmlObject* newObject() const override { return new RkXmlOrientation; }
-  RkXmlObject* clone() const override { return new RkXmlOrientation(*this); }
-  const RkToken& token() const override { return classToken(); }
-  static const RkToken& classToken();
 
   void formatText(std::string& out) const override;
   // Any non-zero quaternion is accepted and normalised.

@@ -1,5 +1,7 @@
 #include "xml/RkXmlSchema.h"
 
+#include <typeinfo>
+
 #include "xml/RkXmlObject.h"
 #include "xml/RkXmlTokens.h"
 
@@ -154,7 +156,17 @@ void RkXmlSchema::endNamedType() {
   closeElement();
 }
 
+void RkXmlSchema::addEveryClassAsRoot() {
+  // Adding a root may meet classes not seen before, which then follow in the list.
+  for (std::size_t i = 0; i < m_classes.size(); ++i) addRoot(*m_classes[i]);
+}
+
+void RkXmlSchema::noteClass(const RkXmlObject& object) {
+  if (m_classNames.insert(typeid(object).name()).second) m_classes.emplace_back(object.newObject());
+}
+
 void RkXmlSchema::addRoot(const RkXmlObject& object) {
+  if (!m_rootTags.insert(object.token()).second) return;
   m_contexts.resize(1);
   openElement(object.token(), RkXmlOccurrence::Once);
   object.writeSchema(*this);

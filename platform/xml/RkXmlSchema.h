@@ -21,8 +21,11 @@ class RkXmlSchema {
   RkXmlSchema(const RkXmlSchema&) = delete;
   RkXmlSchema& operator=(const RkXmlSchema&) = delete;
 
-  // Declares a top-level element for object (named by its token) and every type it needs.
+  // Declares a top-level element for object (named by its token) and every type it needs; a tag already
+  // declared at the top is kept as it is.
   void addRoot(const RkXmlObject& object);
+  // Declares a top-level element for every class met so far, so any of them may stand alone in a file.
+  void addEveryClassAsRoot();
   // The XSD document.
   std::string text() const;
   // The XSD of the documents whose root is object.
@@ -47,6 +50,12 @@ class RkXmlSchema {
   bool beginNamedType(const std::string& name);
   void endNamedType();
 
+  // Records the class of object (a compound or a polymorphic container) the first time it is met, so that a
+  // schema also lists every class its roots can hold: the classes their containers' creators make.
+  void noteClass(const RkXmlObject& object);
+  // One fresh default object of each class met, in the order met.
+  const std::vector<std::unique_ptr<RkXmlObject>>& classes() const { return m_classes; }
+
  private:
   struct Node;
   struct Content;
@@ -58,4 +67,7 @@ class RkXmlSchema {
   std::vector<std::pair<std::string, std::unique_ptr<Content>>> m_namedTypes;
   std::set<std::string> m_typeNames;
   std::vector<Context> m_contexts;
+  std::set<std::string> m_classNames;
+  std::set<RkToken> m_rootTags;
+  std::vector<std::unique_ptr<RkXmlObject>> m_classes;
 };

@@ -20,5 +20,7 @@ __attribute__((init_priority(101))) const RkToken RkValueToken = qualifiedToken(
 __attribute__((init_priority(101))) const RkToken RkVectorTypeToken = qualifiedToken("vector");
 __attribute__((init_priority(101))) const RkToken RkMapTypeToken = qualifiedToken("map");
 __attribute__((init_priority(101))) const RkToken RkAddLibrariesToken = qualifiedToken("addLibraries");
+__attribute__((init_priority(101))) const RkToken RkVector3Token = qualifiedToken("vector3");
+__attribute__((init_priority(101))) const RkToken RkOrientationTypeToken = qualifiedToken("orientation");
 
 }  // namespace RkXml

@@ -17,4 +17,7 @@ extern const RkToken RkValueToken;
 extern const RkToken RkVectorTypeToken;
 extern const RkToken RkMapTypeToken;
 extern const RkToken RkAddLibrariesToken;
+// The element names of the vector and orientation value types.
+extern const RkToken RkVector3Token;
+extern const RkToken RkOrientationTypeToken;
 }  // namespace RkXml

@@ -1,9 +1,10 @@
 #pragma once
 // Holds at most one object of a class family, of whichever concrete class, created from its tag when read:
 //   <manipulationFrameContainer><standardManipulationFrame>...</standardManipulationFrame></...>
-// The container owns its element and every copy clones it.
+// The container owns its element: a copy clones it, a move takes it over.
 #include <type_traits>
 #include <typeinfo>
+#include <utility>
 
 #include "foundation/RkPrint.h"
 #include "xml/RkXmlBaseVariableCompoundType.h"
@@ -35,6 +36,20 @@ class RkXmlVariableElementType : public RkXmlBaseVariableCompoundType {
     delete m_pElement;
     m_pElement = nullptr;
     if (other.m_pElement) adopt(other.m_pElement->clone());
+    return *this;
+  }
+  RkXmlVariableElementType(RkXmlVariableElementType&& other) noexcept
+      : RkXmlBaseVariableCompoundType(std::move(other)), m_pElement(other.m_pElement) {
+    other.m_pElement = nullptr;
+    pointElementHere();
+  }
+  RkXmlVariableElementType& operator=(RkXmlVariableElementType&& other) noexcept {
+    if (this == &other) return *this;
+    RkXmlBaseVariableCompoundType::operator=(std::move(other));
+    delete m_pElement;
+    m_pElement = other.m_pElement;
+    other.m_pElement = nullptr;
+    pointElementHere();
     return *this;
   }
   ~RkXmlVariableElementType() override { delete m_pElement; }
@@ -91,6 +106,15 @@ class RkXmlVariableElementType : public RkXmlBaseVariableCompoundType {
     m_pElement = nullptr;
     adopt(element.clone());
   }
+  // Replaces the element with a fresh default object of class U and hands it back typed.
+  template <class U>
+  U& setNewElement() {
+    delete m_pElement;
+    U* made = new U;
+    m_pElement = made;
+    pointElementHere();
+    return *made;
+  }
 
  private:
   // Takes ownership of object, keeping it only if it is a T.
@@ -100,7 +124,12 @@ class RkXmlVariableElementType : public RkXmlBaseVariableCompoundType {
       delete object;
       return;
     }
-    if constexpr (RkXmlDetail::HasSetContainer<T>::value) m_pElement->setContainer(this);
+    pointElementHere();
+  }
+  void pointElementHere() {
+    if constexpr (RkXmlDetail::HasSetContainer<T>::value) {
+      if (m_pElement) m_pElement->setContainer(this);
+    }
   }
 
   T* m_pElement;

@@ -3,16 +3,6 @@
 #include "xml/RkXmlText.h"
 #include "xml/RkXmlTokens.h"
 
-RkBoolean RkXmlVector::equality(const RkXmlObject* other) const {
-  const RkXmlVector* same = dynamic_cast<const RkXmlVector*>(other);
-  return same && *this == *same;
-}
-
-const RkToken& RkXmlVector::classToken() {
-  static const RkToken token = RkXml::qualifiedToken("vector3");
-  return token;
-}
-
 void RkXmlVector::formatText(std::string& out) const {
   for (int i = 0; i < 3; ++i) {
     if (i) out += ' ';

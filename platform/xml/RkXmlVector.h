@@ -1,9 +1,12 @@
 #pragma once
 // A vector of three reals as an XML object, written "x y z": <manipulationFrameZAxisVector>0 0 1</...>.
 #include "foundation/RkVector.h"
+#include "xml/RkXmlConcreteClass.h"
 #include "xml/RkXmlTextType.h"
+#include "xml/RkXmlTokens.h"
 
-class RkXmlVector : public RkXmlTextType, public RkVector {
+class RkXmlVector : public RkXmlConcreteClass<RkXmlVector, RkXmlTextType, RkXml::RkVector3Token>,
+                    public RkVector {
  public:
   RkXmlVector() = default;
   RkXmlVector(RkReal x, RkReal y, RkReal z) : RkVector(x, y, z) {}
@@ -11,12 +14,6 @@ class RkXmlVector : public RkXmlTextType, public RkVector {
 
   bool operator==(const RkXmlVector& other) const { return RkVector::operator==(other); }
   bool operator!=(const RkXmlVector& other) const { return !(*this == other); }
-
-  RkBoolean equality(const RkXmlObject* other) const override;
-  RkXmlObject* newObject() const override { return new RkXmlVector; }
-  RkXmlObject* clone() const override { return new RkXmlVector(*this); }
-  const RkToken& token() const override { return classToken(); }
-  static const RkToken& classToken();
 
   void formatText(std::string& out) const override;
   RkBoolean parseText(std::string_view text) override;

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <ostream>
 #include <typeinfo>
+#include <utility>
 #include <vector>
 
 #include "foundation/RkINT2STRING.h"
@@ -26,6 +27,8 @@ class RkXmlVectorType : public RkXmlObject {
   RkXmlVectorType(RkU32 count, T value) : m_elements(count, value) {}
   RkXmlVectorType(const RkXmlVectorType&) = default;
   RkXmlVectorType& operator=(const RkXmlVectorType&) = default;
+  RkXmlVectorType(RkXmlVectorType&&) noexcept = default;
+  RkXmlVectorType& operator=(RkXmlVectorType&&) noexcept = default;
 
   bool operator==(const RkXmlVectorType& other) const {
     if (!RkXmlObject::operator==(other) || m_elements.size() != other.m_elements.size()) return false;
@@ -52,6 +55,7 @@ class RkXmlVectorType : public RkXmlObject {
   void accept(RkXmlObjectVisitor* visitor) const override { visitor->visit(this); }
 
   virtual void pushBack(const T& value) { m_elements.push_back(value); }
+  virtual void pushBack(T&& value) { m_elements.push_back(std::move(value)); }
 
   virtual RkBoolean erase(RkU32 index) {
     if (index >= size()) {

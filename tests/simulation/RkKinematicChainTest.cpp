@@ -156,7 +156,8 @@ TEST(RkKinematicChain, DefaultsSideBranchesAndJointKinds) {
 }
 
 TEST(RkKinematicChain, LoadFailuresGiveOneLineNamingTheFileAndTheProblem) {
-  // Only the files written here are removed afterwards: the robots may live under the temporary directory too.
+  // Only the files written here are removed afterwards: the robots may live under the temporary directory
+  // too.
   std::vector<std::string> written;
   const auto write = [&written](const std::string& name, const std::string& text) {
     const std::string path = testing::TempDir() + name;

@@ -8,6 +8,7 @@
 #include "foundation/RkPrint.h"
 #include "manipulation/support/RkManipulationTestTasks.h"
 #include "offsets/RkConstantManipulationOffsetState.h"
+#include "offsets/RkManipulationOffsetKind.h"
 
 namespace {
 
@@ -53,6 +54,38 @@ class OneControllerSystem : public RkPositionControlSystem {
  private:
   TwoSetController m_controller;
   RkXmlVectorType<RkManipulatorEndEffectorPlacement> m_placements;
+};
+
+const RkToken RkClockOffsetStateToken = RkXml::qualifiedToken("clockOffsetState");
+const RkToken RkClockOffsetToken = RkXml::qualifiedToken("clockOffset");
+
+// Records the time of its last update as its placement.
+class RkClockOffsetState
+    : public RkXmlConcreteClass<RkClockOffsetState, RkManipulationOffsetState, RkClockOffsetStateToken> {
+ public:
+  const RkEndEffectorPlacement& currentOffsetTransformation() const override { return m_placement; }
+  const RkEndEffectorPlacement& goalOffsetTransformation() const override { return m_placement; }
+  RkEndEffectorPlacement m_placement;
+};
+
+// Goes to (time, 0, 0) every cycle and fails from failAt on.
+class RkClockOffset : public RkManipulationOffsetKind<RkClockOffset, RkClockOffsetState, RkClockOffsetToken> {
+ public:
+  explicit RkClockOffset(RkReal failAt = 1e9) : m_failAt(failAt) {}
+  RkManipulationStatus::Enum updateState(RkReal time, const Context&, State& state) const {
+    if (time >= m_failAt) return RkManipulationStatus::Failure;
+    state.m_placement = RkEndEffectorPlacement(placementAt(time, 0, 0));
+    return RkManipulationStatus::InProgress;
+  }
+  RkEndEffectorPlacement offsetInSystemFrame(const Context&, const State& state) const {
+    return state.m_placement;
+  }
+  void setFromOffset(const RkEndEffectorPlacement&, const Context&, State&) {}
+  const RkEndEffectorPlacement& currentOffset(const State& state) const { return state.m_placement; }
+  const RkEndEffectorPlacement& goalOffset(const State& state) const { return state.m_placement; }
+
+ private:
+  RkReal m_failAt;
 };
 
 struct TaskRun {
@@ -134,6 +167,36 @@ TEST(RkStandardManipulationFrame, missing_parts_fail_with_exact_lines) {
   EXPECT_EQ(capture.lines()[1].level, 5);
   EXPECT_EQ(capture.lines()[1].text,
             "RkStandardManipulationFrame::replaceManipulationOffset invalid offset index 3.\n");
+}
+
+TEST(RkStandardManipulationFrame, failing_offset_leaves_the_previous_cycles_placements) {
+  Rk::Print::Capture capture;
+  TaskRun run;
+  RkStandardManipulationFrame frame = standardFrame("f", {}, RkCountdownEvent(5));
+  RkXmlVectorType<RkManipulationOffsetContainer> offsets;
+  for (RkReal failAt : {1e9, 1.0}) {
+    RkManipulationOffsetContainer container;
+    container.setElement(RkClockOffset(failAt));
+    offsets.pushBack(container);
+  }
+  frame.setOffsetContainerVector(offsets);
+  RkManipulationFrameStateContainer container;
+  ASSERT_TRUE(frame.init(0.0, run.params, run.sequence, run.sequenceState, 0, container));
+  auto& state = dynamic_cast<RkStandardManipulationFrameState&>(*container.element());
+  ASSERT_EQ(frame.update(0.5, run.params, run.sequence, run.sequenceState, 0, state),
+            RkManipulationStatus::InProgress);
+  const RkStandardManipulationFrameState before = state;
+  EXPECT_EQ(state.goalEndEffectorPlacement().offsetTransformations()[0], placementAt(0.5, 0, 0));
+
+  // Offset 0 updates to 1.0, offset 1 fails: its state moved on, the placements did not.
+  EXPECT_EQ(frame.update(1.0, run.params, run.sequence, run.sequenceState, 0, state),
+            RkManipulationStatus::Failure);
+  EXPECT_EQ(state.currentEndEffectorPlacement(), before.currentEndEffectorPlacement());
+  EXPECT_EQ(state.goalEndEffectorPlacement(), before.goalEndEffectorPlacement());
+  EXPECT_EQ(state.transitionEventStateContainer(), before.transitionEventStateContainer());
+  EXPECT_EQ(dynamic_cast<const RkClockOffsetState&>(*state.offsetState(0)).m_placement.placement(),
+            placementAt(1.0, 0, 0));
+  EXPECT_EQ(capture.text(), "RkStandardManipulationFrame::update manipulation offset failed to update.\n");
 }
 
 TEST(RkStandardManipulationFrame, replacing_an_offset_keeps_the_goal_where_the_old_one_stood) {

@@ -11,31 +11,25 @@
 #include "sequencing/RkManipulationSequenceManager.h"
 #include "xml/RkXmlTokens.h"
 
+inline const RkToken RkCountdownEventStateToken = RkXml::qualifiedToken("countdownEventState");
+
 class RkCountdownEventState
-    : public RkXmlConcreteClass<RkCountdownEventState, RkManipulationFrameTransitionEventState> {
+    : public RkXmlConcreteClass<RkCountdownEventState, RkManipulationFrameTransitionEventState,
+                                RkCountdownEventStateToken> {
  public:
-  bool operator==(const RkCountdownEventState& other) const { return m_remaining == other.m_remaining; }
-  static const RkToken& classToken() {
-    static const RkToken token = RkXml::qualifiedToken("countdownEventState");
-    return token;
-  }
   RkXmlBasicType<RkU32> m_remaining;
 
  protected:
   void registerComponents() override { registerComponent(RkXml::qualifiedToken("remaining"), &m_remaining); }
 };
 
-class RkCountdownEvent : public RkXmlConcreteClass<RkCountdownEvent, RkManipulationFrameTransitionEvent> {
+inline const RkToken RkCountdownEventToken = RkXml::qualifiedToken("countdownEvent");
+
+class RkCountdownEvent
+    : public RkXmlConcreteClass<RkCountdownEvent, RkManipulationFrameTransitionEvent, RkCountdownEventToken> {
  public:
   explicit RkCountdownEvent(RkU32 updates = 0, bool failAtEnd = false)
       : m_updates(updates), m_failAtEnd(failAtEnd) {}
-  bool operator==(const RkCountdownEvent& other) const {
-    return m_updates == other.m_updates && m_failAtEnd == other.m_failAtEnd;
-  }
-  static const RkToken& classToken() {
-    static const RkToken token = RkXml::qualifiedToken("countdownEvent");
-    return token;
-  }
   RkManipulationFrameTransitionEventStateContainer calculateEndState(
       const RkManipulationUpdateParams&, const RkManipulationFrame&) const override {
     RkManipulationFrameTransitionEventStateContainer container;

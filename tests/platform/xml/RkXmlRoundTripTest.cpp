@@ -35,24 +35,11 @@ const std::vector<std::string> kAwkwardStrings = {
 
 // A holder exercising every kind of field: basic values, an enumeration, a transformation, a vector of
 // maps of vectors of polymorphic containers, a data map and an attribute.
-class RkSampleHolder : public RkXmlCompoundType {
+const RkToken RkSampleHolderToken = RkXml::qualifiedToken("sampleHolder");
+
+class RkSampleHolder : public RkXmlConcreteClass<RkSampleHolder, RkXmlCompoundType, RkSampleHolderToken> {
  public:
   RkSampleHolder() : m_mode(0, {{0, RkToken("primaryFrame")}, {1, RkToken("dhFrame")}}) {}
-  bool operator==(const RkSampleHolder& other) const {
-    return m_label == other.m_label && m_mode == other.m_mode && m_count == other.m_count &&
-           m_flag == other.m_flag && m_placement == other.m_placement && m_nested == other.m_nested &&
-           m_names == other.m_names && m_reals == other.m_reals && m_data == other.m_data;
-  }
-  RkBoolean equality(const RkXmlObject* other) const override {
-    const auto* same = dynamic_cast<const RkSampleHolder*>(other);
-    return same && *this == *same;
-  }
-  RkXmlObject* newObject() const override { return new RkSampleHolder; }
-  RkXmlObject* clone() const override { return new RkSampleHolder(*this); }
-  const RkToken& token() const override {
-    static const RkToken token = RkXml::qualifiedToken("sampleHolder");
-    return token;
-  }
 
   RkXmlBasicType<std::string> m_label;
   RkXmlEnumType<RkU32> m_mode;

@@ -8,16 +8,11 @@
 
 class RkSampleShape : public RkBaseExpressionTreeElement {};
 
-class RkSampleCircle : public RkXmlConcreteClass<RkSampleCircle, RkSampleShape> {
+inline const RkToken RkSampleCircleToken = RkXml::qualifiedToken("sampleCircle");
+
+class RkSampleCircle : public RkXmlConcreteClass<RkSampleCircle, RkSampleShape, RkSampleCircleToken> {
  public:
   explicit RkSampleCircle(RkReal radius = 1.0) : m_radius(radius) {}
-  bool operator==(const RkSampleCircle& other) const {
-    return RkSampleShape::operator==(other) && m_radius == other.m_radius;
-  }
-  static const RkToken& classToken() {
-    static const RkToken token = RkXml::qualifiedToken("sampleCircle");
-    return token;
-  }
   void setRadius(RkReal radius) { m_radius = radius; }
 
  protected:
@@ -27,16 +22,11 @@ class RkSampleCircle : public RkXmlConcreteClass<RkSampleCircle, RkSampleShape> 
   RkXmlBasicType<RkReal> m_radius;
 };
 
-class RkSampleSquare : public RkXmlConcreteClass<RkSampleSquare, RkSampleShape> {
+inline const RkToken RkSampleSquareToken = RkXml::qualifiedToken("sampleSquare");
+
+class RkSampleSquare : public RkXmlConcreteClass<RkSampleSquare, RkSampleShape, RkSampleSquareToken> {
  public:
   explicit RkSampleSquare(RkReal side = 1.0, const std::string& name = "") : m_side(side), m_name(name) {}
-  bool operator==(const RkSampleSquare& other) const {
-    return RkSampleShape::operator==(other) && m_side == other.m_side && m_name == other.m_name;
-  }
-  static const RkToken& classToken() {
-    static const RkToken token = RkXml::qualifiedToken("sampleSquare");
-    return token;
-  }
 
  protected:
   void registerComponents() override {
@@ -49,13 +39,11 @@ class RkSampleSquare : public RkXmlConcreteClass<RkSampleSquare, RkSampleShape> 
   RkXmlBasicType<std::string> m_name;
 };
 
-class RkSampleShapeContainer : public RkXmlFamilyContainer<RkSampleShapeContainer, RkSampleShape> {
- public:
-  static const RkToken& classToken() {
-    static const RkToken token = RkXml::qualifiedToken("sampleShapeContainer");
-    return token;
-  }
+inline const RkToken RkSampleShapeContainerToken = RkXml::qualifiedToken("sampleShapeContainer");
 
+class RkSampleShapeContainer
+    : public RkXmlFamilyContainer<RkSampleShapeContainer, RkSampleShape, RkSampleShapeContainerToken> {
+ public:
  protected:
   void registerComponentCreators() override {
     registerComponentCreator(RkSampleCircle::classToken(), &RkSampleCircle::creator);

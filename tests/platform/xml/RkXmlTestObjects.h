@@ -45,20 +45,13 @@ struct RkTestTokens {
   }
 };
 
-class RkTestLeaf : public RkXmlConcreteClass<RkTestLeaf, RkXmlCompoundType> {
+inline const RkToken RkTestLeafToken = RkXml::qualifiedToken("testLeaf");
+
+class RkTestLeaf : public RkXmlConcreteClass<RkTestLeaf, RkXmlCompoundType, RkTestLeafToken> {
  public:
   RkTestLeaf() = default;
   RkTestLeaf(RkReal length, const std::string& name, RkU32 count)
       : m_length(length), m_name(name), m_count(count) {}
-
-  bool operator==(const RkTestLeaf& other) const {
-    return m_length == other.m_length && m_name == other.m_name && m_count == other.m_count;
-  }
-  bool operator!=(const RkTestLeaf& other) const { return !(*this == other); }
-  static const RkToken& classToken() {
-    static const RkToken token = RkXml::qualifiedToken("testLeaf");
-    return token;
-  }
 
   RkXmlBasicType<RkReal> m_length;
   RkXmlBasicType<std::string> m_name;
@@ -73,18 +66,10 @@ class RkTestLeaf : public RkXmlConcreteClass<RkTestLeaf, RkXmlCompoundType> {
   }
 };
 
-class RkTestOtherLeaf : public RkXmlConcreteClass<RkTestOtherLeaf, RkXmlCompoundType> {
- public:
-  bool operator==(const RkTestOtherLeaf& other) const {
-    return m_label == other.m_label && m_enabled == other.m_enabled && m_offset == other.m_offset &&
-           m_values == other.m_values;
-  }
-  bool operator!=(const RkTestOtherLeaf& other) const { return !(*this == other); }
-  static const RkToken& classToken() {
-    static const RkToken token = RkXml::qualifiedToken("testOtherLeaf");
-    return token;
-  }
+inline const RkToken RkTestOtherLeafToken = RkXml::qualifiedToken("testOtherLeaf");
 
+class RkTestOtherLeaf : public RkXmlConcreteClass<RkTestOtherLeaf, RkXmlCompoundType, RkTestOtherLeafToken> {
+ public:
   RkXmlBasicType<std::string> m_label;  // an attribute
   RkXmlBasicType<RkBoolean> m_enabled;
   RkXmlBasicType<int> m_offset;
@@ -101,13 +86,11 @@ class RkTestOtherLeaf : public RkXmlConcreteClass<RkTestOtherLeaf, RkXmlCompound
 };
 
 // Holds either leaf class.
-class RkTestLeafContainer : public RkXmlFamilyContainer<RkTestLeafContainer, RkXmlCompoundType> {
- public:
-  static const RkToken& classToken() {
-    static const RkToken token = RkXml::qualifiedToken("testLeafContainer");
-    return token;
-  }
+inline const RkToken RkTestLeafContainerToken = RkXml::qualifiedToken("testLeafContainer");
 
+class RkTestLeafContainer
+    : public RkXmlFamilyContainer<RkTestLeafContainer, RkXmlCompoundType, RkTestLeafContainerToken> {
+ public:
  protected:
   void registerComponentCreators() override {
     registerComponentCreator(RkTestLeaf::classToken(), &RkTestLeaf::creator);
@@ -121,14 +104,11 @@ class RkTestShape : public RkXmlCompoundType {
   bool operator==(const RkTestShape&) const { return true; }
 };
 
-class RkTestCircle : public RkXmlConcreteClass<RkTestCircle, RkTestShape> {
+inline const RkToken RkTestCircleToken = RkXml::qualifiedToken("testCircle");
+
+class RkTestCircle : public RkXmlConcreteClass<RkTestCircle, RkTestShape, RkTestCircleToken> {
  public:
   explicit RkTestCircle(RkReal radius = 1.0) : m_radius(radius) {}
-  bool operator==(const RkTestCircle& other) const { return m_radius == other.m_radius; }
-  static const RkToken& classToken() {
-    static const RkToken token = RkXml::qualifiedToken("testCircle");
-    return token;
-  }
 
   RkXmlBasicType<RkReal> m_radius;
 
@@ -136,17 +116,12 @@ class RkTestCircle : public RkXmlConcreteClass<RkTestCircle, RkTestShape> {
   void registerComponents() override { registerComponent(RkTestTokens::get().radius, &m_radius); }
 };
 
-class RkTestPolygon : public RkXmlConcreteClass<RkTestPolygon, RkTestShape> {
+inline const RkToken RkTestPolygonToken = RkXml::qualifiedToken("testPolygon");
+
+class RkTestPolygon : public RkXmlConcreteClass<RkTestPolygon, RkTestShape, RkTestPolygonToken> {
  public:
   explicit RkTestPolygon(RkU32 sides = 3, RkReal length = 1.0, const std::string& name = "")
       : m_sides(sides), m_length(length), m_name(name) {}
-  bool operator==(const RkTestPolygon& other) const {
-    return m_sides == other.m_sides && m_length == other.m_length && m_name == other.m_name;
-  }
-  static const RkToken& classToken() {
-    static const RkToken token = RkXml::qualifiedToken("testPolygon");
-    return token;
-  }
 
   RkXmlBasicType<RkU32> m_sides;
   RkXmlBasicType<RkReal> m_length;
@@ -161,14 +136,13 @@ class RkTestPolygon : public RkXmlConcreteClass<RkTestPolygon, RkTestShape> {
   }
 };
 
-class RkTestShapeContainer : public RkXmlFamilyContainer<RkTestShapeContainer, RkTestShape> {
+inline const RkToken RkTestShapeContainerToken = RkXml::qualifiedToken("testShapeContainer");
+
+class RkTestShapeContainer
+    : public RkXmlFamilyContainer<RkTestShapeContainer, RkTestShape, RkTestShapeContainerToken> {
  public:
   RkTestShapeContainer() = default;
   explicit RkTestShapeContainer(const RkTestShape& shape) { setElement(shape); }
-  static const RkToken& classToken() {
-    static const RkToken token = RkXml::qualifiedToken("testShapeContainer");
-    return token;
-  }
 
  protected:
   void registerComponentCreators() override {
@@ -177,22 +151,13 @@ class RkTestShapeContainer : public RkXmlFamilyContainer<RkTestShapeContainer, R
   }
 };
 
-class RkTestHolder : public RkXmlConcreteClass<RkTestHolder, RkXmlCompoundType> {
+inline const RkToken RkTestHolderToken = RkXml::qualifiedToken("testHolder");
+
+class RkTestHolder : public RkXmlConcreteClass<RkTestHolder, RkXmlCompoundType, RkTestHolderToken> {
  public:
   typedef RkXmlBasicType<std::string> Name;
   typedef RkXmlVectorType<RkTestShapeContainer> ShapeVector;
   typedef RkXmlMapType<Name, ShapeVector> ShapeMap;
-
-  bool operator==(const RkTestHolder& other) const {
-    return m_title == other.m_title && m_names == other.m_names && m_leaves == other.m_leaves &&
-           m_others == other.m_others && m_shape == other.m_shape && m_choice == other.m_choice &&
-           m_nested == other.m_nested;
-  }
-  bool operator!=(const RkTestHolder& other) const { return !(*this == other); }
-  static const RkToken& classToken() {
-    static const RkToken token = RkXml::qualifiedToken("testHolder");
-    return token;
-  }
 
   // A holder with every field filled: entries names, leaves and others, and entries maps of two shape
   // lists each. Strings include ones that must be quoted or escaped.

@@ -4,24 +4,9 @@
 
 namespace {
 
-class RkTestTriangle : public RkTestShape {
- public:
-  bool operator==(const RkTestTriangle& other) const {
-    return m_base == other.m_base && m_height == other.m_height;
-  }
-  RkBoolean equality(const RkXmlObject* other) const override {
-    const auto* same = dynamic_cast<const RkTestTriangle*>(other);
-    return same && *this == *same;
-  }
-  RkXmlObject* newObject() const override { return new RkTestTriangle; }
-  RkXmlObject* clone() const override { return new RkTestTriangle(*this); }
-  const RkToken& token() const override { return classToken(); }
-  static const RkToken& classToken() {
-    static const RkToken token = RkXml::qualifiedToken("testTriangle");
-    return token;
-  }
-  static RkXmlObject* creator() { return new RkTestTriangle; }
+const RkToken RkTestTriangleToken = RkXml::qualifiedToken("testTriangle");
 
+class RkTestTriangle : public RkXmlConcreteClass<RkTestTriangle, RkTestShape, RkTestTriangleToken> {
  protected:
   void registerComponents() override {
     static const RkToken base = RkXml::qualifiedToken("base");

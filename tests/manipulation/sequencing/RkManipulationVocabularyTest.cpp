@@ -1,0 +1,129 @@
+// Every class the library's documents can hold, found through the registered creators: each reads back
+// equal and rewrites identically, and each offset, event and frame kind runs its steady cycles without
+// allocating. A new class is covered as soon as its creator is registered.
+#include <gtest/gtest.h>
+
+#include <map>
+#include <memory>
+#include <string>
+
+#include "manipulation/support/RkAllocationCounter.h"
+#include "manipulation/support/RkManipulationTestTasks.h"
+#include "sequencing/RkManipulationVocabulary.h"
+#include "xml/RkXmlReader.h"
+#include "xml/RkXmlWriter.h"
+
+namespace {
+
+typedef std::map<RkToken, std::unique_ptr<RkXmlObject>> Samples;
+
+// Filled objects for the classes whose default object does not run; a default object stands for the rest.
+Samples runnableSamples() {
+  Samples samples;
+  samples[RkManipulation::RkManipulationTimeDurationTransitionEventToken].reset(lasting(0.5).clone());
+  samples[RkManipulation::RkStandardManipulationFrameToken].reset(
+      standardFrame("sample", {placementAt(0.3, 0.1, 0.4)}, lasting(0.5)).clone());
+  return samples;
+}
+
+::testing::AssertionResult roundTripsAny(const RkXmlObject& object) {
+  std::string first, second;
+  std::unique_ptr<RkXmlObject> read(object.newObject());
+  if (!RkXmlWriter::writeString(object, first) || !RkXmlReader::readString(first, *read)) {
+    return ::testing::AssertionFailure() << "could not write and read back:\n" << first;
+  }
+  if (!read->equality(&object)) return ::testing::AssertionFailure() << "read back differs:\n" << first;
+  RkXmlWriter::writeString(*read, second);
+  if (second != first) return ::testing::AssertionFailure() << "rewrite differs:\n" << first << second;
+  return ::testing::AssertionSuccess();
+}
+
+// The frame that runs kind: a frame kind itself, or a standard frame around an offset or event kind.
+std::unique_ptr<RkManipulationFrame> frameRunning(const RkXmlObject& kind) {
+  if (auto* frame = dynamic_cast<const RkManipulationFrame*>(&kind)) {
+    return std::unique_ptr<RkManipulationFrame>(static_cast<RkManipulationFrame*>(frame->clone()));
+  }
+  if (auto* event = dynamic_cast<const RkManipulationFrameTransitionEvent*>(&kind)) {
+    return std::make_unique<RkStandardManipulationFrame>(
+        standardFrame("event", {placementAt(0, 0, 0)}, *event));
+  }
+  if (auto* offset = dynamic_cast<const RkManipulationOffset*>(&kind)) {
+    auto frame = std::make_unique<RkStandardManipulationFrame>(standardFrame("offset", {}, lasting(0.5)));
+    RkXmlVectorType<RkManipulationOffsetContainer> offsets;
+    offsets.pushBack(RkManipulationOffsetContainer());
+    offsets[0].setElement(*offset);
+    frame->setOffsetContainerVector(offsets);
+    return frame;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+TEST(RkManipulationVocabulary, every_class_the_documents_can_hold_reads_back_equal_and_rewrites_identically) {
+  RkXmlSchema schema;
+  RkManipulationVocabulary::addDocuments(schema);
+  const Samples samples = runnableSamples();
+  std::map<std::string, bool> met;
+  for (const auto& prototype : schema.classes()) {
+    const std::string name(prototype->token().localName());
+    met[name] = true;
+    EXPECT_TRUE(roundTripsAny(*prototype)) << name;
+    const auto sample = samples.find(prototype->token());
+    if (sample != samples.end()) {
+      EXPECT_TRUE(roundTripsAny(*sample->second)) << name << " (sample)";
+    }
+  }
+  // The walk reaches every family through its container's creators: a few landmarks of each.
+  for (const char* name :
+       {"manipulationSequence", "manipulationSequenceState", "standardManipulationFrame",
+        "standardManipulationFrameState", "constantManipulationOffset", "constantManipulationOffsetState",
+        "timeDurationTransitionEvent", "timeDurationTransitionEventState", "manipulationActionContainer"}) {
+    EXPECT_TRUE(met[name]) << name << " is not reached from the library's documents";
+  }
+  // Every creator of every container met made a class that was met too.
+  for (const auto& prototype : schema.classes()) {
+    auto* container = dynamic_cast<const RkXmlBaseVariableCompoundType*>(prototype.get());
+    if (!container) continue;
+    for (const auto& entry : container->creatorMap()) {
+      EXPECT_TRUE(met[std::string(entry.first.localName())]) << entry.first.text();
+    }
+  }
+}
+
+TEST(RkManipulationVocabulary, every_frame_offset_and_event_kind_runs_steady_cycles_without_allocating) {
+  RkXmlSchema schema;
+  RkManipulationVocabulary::addDocuments(schema);
+  const Samples samples = runnableSamples();
+  int kinds = 0;
+  for (const auto& prototype : schema.classes()) {
+    const auto sample = samples.find(prototype->token());
+    const RkXmlObject& kind = sample != samples.end() ? *sample->second : *prototype;
+    const std::unique_ptr<RkManipulationFrame> frame = frameRunning(kind);
+    if (!frame) continue;
+    ++kinds;
+    const std::string name(kind.token().localName());
+    RkManipulationSequence sequence;
+    sequence.add(*frame);
+    RkManipulationSequenceManager manager;
+    manager.add("only", sequence);
+    manager.setSequenceOrder(orderOf({"only"}));
+    RkManipulationSequenceManagerState state;
+    ASSERT_TRUE(manager.init(state)) << name;
+    RkManipulationUpdateParams params;
+    long steadyCycles = 0, steadyAllocations = 0;
+    for (int cycle = 0; cycle < 200; ++cycle) {
+      RkAllocationCounter::start();
+      const RkManipulationStatus::Enum status = manager.update(0.001 * cycle, params, state);
+      const long allocations = RkAllocationCounter::stop();
+      ASSERT_NE(status, RkManipulationStatus::Failure) << name << " fails by default: give it a sample";
+      if (status == RkManipulationStatus::InProgress) {
+        ++steadyCycles;
+        steadyAllocations += allocations;
+      }
+    }
+    EXPECT_GT(steadyCycles, 100) << name;
+    EXPECT_EQ(steadyAllocations, 0) << name;
+  }
+  EXPECT_GE(kinds, 3);
+}
