@@ -174,7 +174,9 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
     diagnostics.print(out);
     out << "rkmanip run: " << options.taskPath << " has " << diagnostics.summary()
         << (options.strict && diagnostics.errors() == 0 ? ", which --strict refuses" : "")
-        << "; nothing was run: correct them, or run it anyway with --lenient\n";
+        << "; nothing was run: correct "
+        << (diagnostics.errors() + diagnostics.warnings() == 1 ? "it" : "them")
+        << ", or run it anyway with --lenient\n";
     return 2;
   }
   if (refused) {
