@@ -350,7 +350,7 @@ void RkArmController::limitSpeeds() {
   m_dq *= std::isfinite(scale) ? scale : 0.0;
 }
 
-bool RkArmController::searchConfiguration() {
+bool RkArmController::searchConfiguration(bool firstFound) {
   constexpr int kIterations = 60;
   constexpr double kMaxJointStep = 0.5;  // rad (or m) per iteration, to keep each linearisation honest
   const std::vector<RkKinematicChain::JointType>& types = m_chain.jointTypes();
@@ -414,6 +414,7 @@ bool RkArmController::searchConfiguration() {
           bestDuration = duration;
           m_target = m_trial;
         }
+        if (firstFound) return true;
         break;
       }
       // Levenberg-Marquardt damping, vanishing with the error, converges fast near singular solutions too.
@@ -424,6 +425,18 @@ bool RkArmController::searchConfiguration() {
     }
   }
   return bestDuration < kInfinity;
+}
+
+bool RkArmController::canReach(int endEffector, const Eigen::Isometry3d& goal) const {
+  if (endEffector < 0 || endEffector >= endEffectorCount() || !isRigid(goal)) return false;
+  RkArmController probe(*this);
+  probe.m_settings.recoverySeeds = std::max(probe.m_settings.recoverySeeds, Settings().recoverySeeds);
+  for (Effector& e : probe.m_effectors) e.status.active = false;
+  Effector& target = probe.m_effectors[endEffector];
+  target.status.active = true;
+  target.status.hasGoal = true;
+  target.status.goal = goal;
+  return probe.searchConfiguration(true);
 }
 
 void RkArmController::recoverIfStalled() {

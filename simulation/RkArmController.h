@@ -107,6 +107,10 @@ class RkArmController {
 
   // Moves the arm by one cycle of dt seconds; false when dt is not a positive finite number.
   bool step(double dt, std::string& error);
+  // Whether joint positions within the limits put end effector `endEffector` at `goal` (a point: its
+  // position), searched as the stall recovery searches, on a copy of this controller, which stays as it is.
+  bool canReach(int endEffector, const Eigen::Isometry3d& goal) const;
+
   // Time simulated since construction (s).
   double time() const { return m_time; }
   // How far ahead of the current time a goal generator should aim so that the controller's reaction delay
@@ -144,7 +148,9 @@ class RkArmController {
   // When the Cartesian approach has stalled short of the goals, looks for joint positions within the limits
   // that achieve every driven goal and, if found, moves there in joint space.
   void recoverIfStalled();
-  bool searchConfiguration();
+  // Sets m_target to joint positions that achieve every driven goal, the quickest to reach of those found,
+  // or the first found when firstFound; false when none is found.
+  bool searchConfiguration(bool firstFound = false);
 
   RkKinematicChain m_chain;
   Settings m_settings;

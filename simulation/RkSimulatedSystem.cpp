@@ -213,6 +213,15 @@ bool RkSimulatedSystem::step(double dt, std::string& error) {
   return true;
 }
 
+bool RkSimulatedSystem::canReach(RkU32 armIndex, RkU32 set, RkU32 endEffector,
+                                 const RkCoordinateSystemTransformation& goal) const {
+  if (armIndex >= m_arms.size()) return false;
+  const Arm& arm = *m_arms[armIndex];
+  if (set >= arm.effectorIndex.size() || endEffector >= arm.effectorIndex[set].size()) return false;
+  return arm.controller.canReach(arm.effectorIndex[set][endEffector],
+                                 arm.baseIsometry.inverse() * toIsometry(goal));
+}
+
 void RkSimulatedSystem::refresh(RkU32 index) {
   Arm& arm = *m_arms[index];
   RkManipulatorEndEffectorPlacement& placement = m_currentPlacements[index];

@@ -31,6 +31,9 @@ class RkSimulatedSystem : public RkPositionControlSystem, public RkStatedSystem 
   bool command(RkU32 arm, const RkManipulatorEndEffectorPlacement& placement, std::string& error);
   // Moves every arm by one cycle and refreshes the placements and states it reports. Real-time safe.
   bool step(double dt, std::string& error);
+  // Whether end effector `endEffector` of end-effector set `set` of an arm can be put at `goal` (in the
+  // system frame) within the arm's joint limits; false for an arm, set or end effector that is not there.
+  bool canReach(RkU32 arm, RkU32 set, RkU32 endEffector, const RkCoordinateSystemTransformation& goal) const;
 
   // Position-control system.
   RkU32 manipulatorControllerCount() const override;

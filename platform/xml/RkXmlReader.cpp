@@ -355,25 +355,48 @@ struct HeldLines {
     int level;
     const char* origin;
     std::string text;
+    int sourceLine;
   };
+  const RkXmlReader* reader;
   std::vector<Line> lines;
   static void receive(int level, const char* origin, const char* text, void* context) {
-    static_cast<HeldLines*>(context)->lines.push_back({level, origin, text});
+    HeldLines* held = static_cast<HeldLines*>(context);
+    held->lines.push_back({level, origin, text, held->reader->lineNumber()});
   }
 };
+
+// Where the message being replayed arose; see RkXmlReader::replayLine.
+thread_local const std::string* t_replayFileName = nullptr;
+thread_local int t_replayLine = 0;
 }  // namespace
+
+const std::string& RkXmlReader::replayFileName() {
+  static const std::string none;
+  return t_replayFileName ? *t_replayFileName : none;
+}
+
+int RkXmlReader::replayLine() {
+  return t_replayLine;
+}
 
 RkBoolean RkXmlReader::readRoot(RkXmlReader& reader, RkXmlObject* object, ObjectFactory factory,
                                 RkXmlObject** made) {
-  HeldLines held;
+  HeldLines held{&reader, {}};
   const RkBoolean result = readRootHeld(reader, object, factory, made, &held);
   if (reader.failed()) {
     Rk::Print::write(4, "RkXmlReader::read error: %s:%d: %s\n", reader.m_fileName.c_str(),
                      reader.m_failedLine, reader.m_failure.c_str());
     return false;
   }
-  for (const HeldLines::Line& line : held.lines)
+  const std::string* const outerFileName = t_replayFileName;
+  const int outerLine = t_replayLine;
+  t_replayFileName = &reader.m_fileName;
+  for (const HeldLines::Line& line : held.lines) {
+    t_replayLine = line.sourceLine;
     Rk::Print::writeFrom(line.origin, line.level, "%s", line.text.c_str());
+  }
+  t_replayFileName = outerFileName;
+  t_replayLine = outerLine;
   return result;
 }
 

@@ -73,6 +73,11 @@ class RkXmlReader {
   // True once the document proved malformed or broke a limit; reading stops then.
   RkBoolean failed() const { return m_failed; }
 
+  // While the messages held during a read are replayed, the file and line at which the one being printed
+  // arose, so that a print sink can name them; an empty name and line 0 at any other time.
+  static const std::string& replayFileName();
+  static int replayLine();
+
  private:
   RkXmlReader(std::string_view document, const std::string& name, ObjectFactory fallback);
   static RkBoolean readRoot(RkXmlReader& reader, RkXmlObject* object, ObjectFactory factory,

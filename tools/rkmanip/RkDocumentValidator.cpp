@@ -2,58 +2,44 @@
 
 #include <memory>
 
-#include "foundation/RkPrint.h"
-#include "tools/rkmanip/RkVocabulary.h"
-#include "xml/RkXmlReader.h"
-#include "xml/RkXmlWriter.h"
+#include "simulation/RkSimulatedTaskRunner.h"
+#include "tools/rkmanip/RkDocumentCheck.h"
+#include "tools/rkmanip/RkToolPaths.h"
 
 namespace RkDocumentValidator {
-namespace {
 
-// Counts and shows every warning or error line printed while a document is read.
-struct ProblemSink {
-  std::ostream& out;
-  int problems = 0;
-  static void receive(int level, const char*, const char* text, void* context) {
-    auto* sink = static_cast<ProblemSink*>(context);
-    if (level > 4) return;
-    ++sink->problems;
-    sink->out << text;
-    const std::string line(text);
-    if (line.empty() || line.back() != '\n') sink->out << '\n';
-  }
-};
-
-}  // namespace
-
-int validate(const std::string& path, std::ostream& out) {
-  ProblemSink sink{out};
-  const int verbosity = Rk::Print::verbosity();
-  Rk::Print::setSink(&ProblemSink::receive, &sink);
-  Rk::Print::setVerbosity(4);
-  std::unique_ptr<RkXmlObject> object(RkXmlReader::readFileAny(path, &RkVocabulary::newDocumentObject));
-  int status = 0;
-  if (!object) {
-    status = 2;
-  } else {
-    std::string written;
-    std::unique_ptr<RkXmlObject> reread(object->newObject());
-    if (!RkXmlWriter::writeString(*object, written) ||
-        !RkXmlReader::readString(written, *reread, path + " (rewritten)") ||
-        !reread->equality(object.get())) {
-      out << path << ": what was read does not write and read back to the same object\n";
-      ++sink.problems;
+int validate(const RkValidateOptions& options, std::ostream& out) {
+  RkDiagnostics diagnostics;
+  RkSimulatedTaskRunner runner;
+  bool robotTried = false, robotLoaded = false;
+  // Only a document with frames needs the robot, so that any other document validates without one.
+  const RkDocumentCheck::RobotSource robot = [&]() -> const RkSimulatedTaskRunner* {
+    if (!robotTried) {
+      robotTried = true;
+      std::string error;
+      RkDiagnostics::Capture capture(diagnostics, options.robotPath);
+      robotLoaded = runner.loadRobot(options.robotPath, options.tipLink, error);
+      if (!robotLoaded) RkToolPaths::reportRobotError(error, options.robotPath, options.tipLink, diagnostics);
     }
-    status = sink.problems ? 1 : 0;
+    return robotLoaded ? &runner : nullptr;
+  };
+  std::unique_ptr<RkXmlObject> document = RkDocumentCheck::read(
+      options.documentPath, robot, RkToolPaths::robotName(options.robotPath), diagnostics);
+  diagnostics.print(out);
+  if (!document || (robotTried && !robotLoaded)) {
+    out << options.documentPath << ": cannot be "
+        << (document ? "checked, since the robot cannot be loaded\n" : "read\n");
+    return 2;
   }
-  Rk::Print::setSink(nullptr, nullptr);
-  Rk::Print::setVerbosity(verbosity);
-  if (status == 0) {
-    out << path << ": valid " << object->token().localName() << ", round trip exact\n";
-  } else if (status == 1) {
-    out << path << ": " << sink.problems << (sink.problems == 1 ? " problem\n" : " problems\n");
+  const std::string what = std::string(document->token().localName());
+  if (diagnostics.errors() > 0 || (options.strict && diagnostics.warnings() > 0)) {
+    out << options.documentPath << ": " << diagnostics.summary()
+        << (diagnostics.errors() == 0 ? ", which --strict counts as problems\n" : "\n");
+    return 1;
   }
-  return status;
+  out << options.documentPath << ": valid " << what << ", round trip exact"
+      << (diagnostics.warnings() > 0 ? "; " + diagnostics.summary() : std::string()) << "\n";
+  return 0;
 }
 
 }  // namespace RkDocumentValidator

@@ -1,16 +1,58 @@
 #include "tools/rkmanip/RkTaskRunner.h"
 
+#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <fstream>
 #include <memory>
 
+#include "sequencing/RkManipulationActionContainer.h"
 #include "sequencing/RkManipulationSequenceManager.h"
-#include "simulation/RkSimulatedSystem.h"
-#include "xml/RkXmlReader.h"
+#include "simulation/RkSimulatedTaskRunner.h"
+#include "tools/rkmanip/RkDocumentCheck.h"
+#include "tools/rkmanip/RkToolPaths.h"
 
 namespace RkTaskRunner {
 namespace {
+
+typedef std::chrono::steady_clock Clock;
+
+std::string format(const char* pattern, double value) {
+  char text[64];
+  std::snprintf(text, sizeof text, pattern, value);
+  return text;
+}
+
+std::string length(double metres) {
+  if (std::isnan(metres)) return "not a number";
+  return metres < 1.0 ? format("%.3f mm", metres * 1e3) : format("%.3f m", metres);
+}
+
+std::string angle(double radians) {
+  if (std::isnan(radians)) return "not a number";
+  return radians < 1.0 ? format("%.3f mrad", radians * 1e3) : format("%.3f rad", radians);
+}
+
+// Four significant digits, rounding errors shown as 0.
+std::string coordinate(double value) {
+  return format("%.4g", std::abs(value) < 1e-9 ? 0.0 : value);
+}
+
+std::string placement(const RkCoordinateSystemTransformation& p) {
+  const RkVector& t = p.translation();
+  const RkOrientation& q = p.orientation();
+  return coordinate(t.x()) + " " + coordinate(t.y()) + " " + coordinate(t.z()) + ", orientation " +
+         coordinate(q.w()) + " " + coordinate(q.x()) + " " + coordinate(q.y()) + " " + coordinate(q.z());
+}
+
+void tracePlacement(std::ostream& out, const RkCoordinateSystemTransformation& p) {
+  const RkVector& t = p.translation();
+  const RkOrientation& q = p.orientation();
+  char text[256];
+  std::snprintf(text, sizeof text, ",%.9g,%.9g,%.9g,%.9g,%.9g,%.9g,%.9g", t.x(), t.y(), t.z(), q.w(), q.x(),
+                q.y(), q.z());
+  out << text;
+}
 
 const char* statusText(RkManipulationStatus::Enum status) {
   switch (status) {
@@ -25,124 +67,204 @@ const char* statusText(RkManipulationStatus::Enum status) {
   }
 }
 
-void writePlacement(std::ostream& out, const RkCoordinateSystemTransformation& placement) {
-  const RkVector& p = placement.translation();
-  const RkOrientation& q = placement.orientation();
-  char text[256];
-  std::snprintf(text, sizeof text, ",%.9g,%.9g,%.9g,%.9g,%.9g,%.9g,%.9g", p.x(), p.y(), p.z(), q.w(), q.x(),
-                q.y(), q.z());
-  out << text;
+// The running frame as the tool names it: sequence "approach" frame 2 tagged "at the part" is
+// approach: frame 2 "at the part".
+std::string frameName(const RkSimulatedTaskRunner& runner) {
+  const std::string sequence = runner.sequenceName();
+  return (sequence.empty() ? "" : sequence + ": ") + "frame " + std::to_string(runner.frameIndex() + 1) +
+         " \"" + runner.frameText() + "\"";
 }
 
-// Position error between what the task commands and where the arm is, over every end effector.
-double largestError(const RkManipulatorEndEffectorPlacement& commanded,
-                    const RkManipulatorEndEffectorPlacement& actual) {
-  double largest = 0.0;
-  const auto& goals = commanded.offsetTransformations();
-  const auto& reached = actual.offsetTransformations();
-  for (RkU32 i = 0; i < goals.size() && i < reached.size(); ++i) {
-    largest = std::max(largest, (goals[i].translation() - reached[i].translation()).norm());
-  }
-  return largest;
+// How close the running frame is to its goal at one moment.
+struct FrameError {
+  std::string frame;  // sequence "name", frame index and text
+  double time = 0.0;
+  double position = 0.0;
+  double angle = 0.0;
+  bool hasGoal = false;
+  bool reached = true;
+  double badness = 0.0;  // the larger error over its tolerance; infinite for a NaN error
+};
+
+FrameError measure(const RkSimulatedTaskRunner& runner, const RkTaskRunOptions& options) {
+  FrameError e;
+  e.frame = frameName(runner);
+  e.time = runner.time();
+  e.hasGoal = runner.commanded().offsetTransformations().size() > 0;
+  runner.placementError(e.position, e.angle);
+  e.reached = e.position <= options.positionTolerance && e.angle <= options.angleTolerance;
+  e.badness = std::isnan(e.position) || std::isnan(e.angle)
+                  ? INFINITY
+                  : std::max(e.position / options.positionTolerance, e.angle / options.angleTolerance);
+  return e;
 }
+
+std::string describe(const FrameError& e) {
+  if (!e.hasGoal) return "no goal";
+  return "error " + length(e.position) + ", " + angle(e.angle) + (e.reached ? "  reached" : "  NOT reached");
+}
+
+// Simulated time and frame on one terminal line, refreshed a few times a second once a run has taken more
+// than two seconds.
+class Progress {
+ public:
+  Progress(std::ostream& out, bool enabled) : m_out(out), m_enabled(enabled), m_start(Clock::now()) {}
+  void update(const RkSimulatedTaskRunner& runner) {
+    if (!m_enabled || (runner.cycles() & 1023) != 0) return;
+    const Clock::time_point now = Clock::now();
+    if (now - m_start < std::chrono::seconds(2) || now - m_last < std::chrono::milliseconds(250)) return;
+    m_last = now;
+    std::string text = format("rkmanip run: %.3f s simulated, ", runner.time()) + frameName(runner);
+    text.resize(std::max<std::size_t>(text.size(), m_width), ' ');
+    m_width = text.size();
+    m_out << '\r' << text << std::flush;
+  }
+  void finish() {
+    if (m_width > 0) m_out << '\r' << std::string(m_width, ' ') << '\r' << std::flush;
+  }
+
+ private:
+  std::ostream& m_out;
+  bool m_enabled;
+  Clock::time_point m_start, m_last;
+  std::size_t m_width = 0;
+};
 
 }  // namespace
 
-int run(const RkTaskRunOptions& options, std::ostream& out) {
-  RkManipulationSequenceManager manager;
-  if (!RkXmlReader::readFile(options.taskPath, manager)) {
-    out << "rkmanip run: " << options.taskPath << " could not be read\n";
-    return 2;
-  }
+int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progressOut,
+        bool progressIsTerminal) {
+  const std::string robot = RkToolPaths::robotName(options.robotPath);
+  RkDiagnostics diagnostics;
+  RkSimulatedTaskRunner runner;
   std::string error;
-  std::unique_ptr<RkKinematicChain> chain = RkKinematicChain::fromUrdfFile(options.robotPath, "", "", error);
-  if (!chain) {
-    out << "rkmanip run: " << error << "\n";
+  bool loaded = false;
+  {
+    RkDiagnostics::Capture capture(diagnostics, options.robotPath);
+    loaded = runner.loadRobot(options.robotPath, options.tipLink, error);
+  }
+  if (!loaded) {
+    RkToolPaths::reportRobotError(error, options.robotPath, options.tipLink, diagnostics);
+    diagnostics.print(out);
+    out << "rkmanip run: the robot " << options.robotPath << " cannot be loaded; nothing was run\n";
     return 2;
   }
-  RkSimulatedEndEffectorSets sets;
-  if (!RkSimulatedEndEffectorSets::forRobot(options.robotPath, chain->tipLink(), sets)) {
-    out << "rkmanip run: " << RkSimulatedEndEffectorSets::fileFor(options.robotPath)
-        << " could not be read\n";
+  runner.setRate(options.rate);
+  runner.setMaxTime(options.maxTime);
+  std::unique_ptr<RkXmlObject> document = RkDocumentCheck::read(
+      options.taskPath, [&]() { return &runner; }, robot, diagnostics);
+  if (!document) {
+    diagnostics.print(out);
+    out << "rkmanip run: " << options.taskPath << " cannot be read; nothing was run\n";
     return 2;
   }
-  RkSimulatedSystem system;
-  if (system.addArm("arm", *chain, RkCoordinateSystemTransformation(), sets, error) < 0) {
-    out << "rkmanip run: " << error << "\n";
+  const auto* manager = dynamic_cast<const RkManipulationSequenceManager*>(document.get());
+  const auto* container = dynamic_cast<const RkManipulationActionContainer*>(document.get());
+  const RkManipulationAction* action =
+      container ? container->element() : dynamic_cast<const RkManipulationAction*>(document.get());
+  if (!manager && !action) {
+    diagnostics.print(out);
+    out << "rkmanip run: " << options.taskPath << " holds a <" << document->token().localName()
+        << ">, which is not a task; run takes a manipulationSequenceManager or a manipulationSequence "
+           "document\n";
     return 2;
   }
+  const bool refused = diagnostics.errors() > 0 || (options.strict && diagnostics.warnings() > 0);
+  if (refused && !options.lenient) {
+    diagnostics.print(out);
+    out << "rkmanip run: " << options.taskPath << " has " << diagnostics.summary()
+        << (options.strict && diagnostics.errors() == 0 ? ", which --strict refuses" : "")
+        << "; nothing was run: correct "
+        << (diagnostics.errors() + diagnostics.warnings() == 1 ? "it" : "them")
+        << ", or run it anyway with --lenient\n";
+    return 2;
+  }
+  if (refused) {
+    out << "rkmanip run: --lenient: running " << options.taskPath << " despite " << diagnostics.summary()
+        << ", listed below\n";
+  }
+  diagnostics.print(out);
+
   std::ofstream trace;
+  const auto& start = runner.actual().offsetTransformations();
   if (!options.tracePath.empty()) {
     trace.open(options.tracePath);
     if (!trace) {
-      out << "rkmanip run: " << options.tracePath << " cannot be written\n";
+      out << "rkmanip run: " << options.tracePath << " cannot be written; nothing was run\n";
       return 2;
     }
     trace << "time,status";
-    for (RkU32 e = 0; e < system.currentEndEffectorPlacements()[0].offsetTransformations().size(); ++e) {
-      for (const char* kind : {"commanded", "actual"}) {
+    for (RkU32 e = 0; e < start.size(); ++e) {
+      for (const char* kind : {"commanded", "actual"})
         for (const char* axis : {"x", "y", "z", "qw", "qx", "qy", "qz"})
           trace << "," << kind << e << "_" << axis;
-      }
     }
     trace << "\n";
   }
+  const RkSimulatedEndEffectorSets& setUp = runner.setUp();
+  const RkEndEffectorSet& driven = setUp.endEffectorSets()[setUp.activeEndEffectorSet()];
+  for (RkU32 e = 0; e < start.size(); ++e) {
+    const RkEndEffector* endEffector = driven.endEffector(e);
+    out << robot << " end effector " << e << " (" << (endEffector ? endEffector->linkIdentifier() : "?")
+        << ") starts at " << placement(start[e]) << "\n";
+  }
 
-  RkManipulationUpdateParams params;
-  params.statedSystem = &system;
-  params.positionControlSystem = &system;
-  RkManipulationSequenceManagerState state;
-  if (!manager.init(state)) {
-    out << "rkmanip run: the task cannot start\n";
+  std::vector<FrameError> ended;
+  char line[512];
+  runner.setTransitionCallback([&](const RkSimulatedTaskRunner& r) {
+    if (!r.frameEnded()) return;
+    ended.push_back(measure(r, options));
+    std::snprintf(line, sizeof line, "%10.3f s  %s  %s\n", ended.back().time, ended.back().frame.c_str(),
+                  describe(ended.back()).c_str());
+    out << line << std::flush;
+  });
+  Progress progress(progressOut, progressIsTerminal);
+  runner.setCycleCallback([&](const RkSimulatedTaskRunner& r) {
+    progress.update(r);
+    if (!trace) return;
+    trace << r.time() << "," << statusText(r.status());
+    const auto& goals = r.commanded().offsetTransformations();
+    const auto& actual = r.actual().offsetTransformations();
+    for (RkU32 e = 0; e < actual.size(); ++e) {
+      tracePlacement(trace, e < goals.size() ? goals[e] : actual[e]);
+      tracePlacement(trace, actual[e]);
+    }
+    trace << "\n";
+  });
+  const RkManipulationStatus::Enum status = manager ? runner.run(*manager) : runner.run(*action);
+  progress.finish();
+
+  std::size_t missed = 0;
+  const FrameError* worst = nullptr;
+  for (const FrameError& e : ended) {
+    missed += !e.reached;
+    if (e.hasGoal && (!worst || e.badness > worst->badness)) worst = &e;
+  }
+  std::snprintf(line, sizeof line, " after %.3f s simulated, %ld %s at %g Hz", runner.time(), runner.cycles(),
+                runner.cycles() == 1 ? "cycle" : "cycles", runner.rate());
+  std::string summary;
+  if (status == RkManipulationStatus::Complete) {
+    summary = "Complete" + std::string(line);
+  } else if (status == RkManipulationStatus::Failure) {
+    summary = "Failure" + std::string(line) + " in " + measure(runner, options).frame +
+              (runner.failure().empty() ? "" : ": " + runner.failure());
+  } else {
+    const FrameError now = measure(runner, options);
+    summary = "Stopped at --max-time" + std::string(line) + " in " + now.frame + ", whose " + describe(now);
+  }
+  summary += "; " + std::to_string(ended.size()) + (ended.size() == 1 ? " frame" : " frames") + " ended";
+  if (!ended.empty())
+    summary += missed == 0 ? ", all reached" : ", " + std::to_string(missed) + " NOT reached";
+  if (worst)
+    summary += "; the worst was " + worst->frame + format(" at %.3f s, ", worst->time) + describe(*worst);
+  out << summary << "\n";
+  if (status != RkManipulationStatus::Complete) return 1;
+  if (missed > 0 && options.requireReached) {
+    out << "rkmanip run: --require-reached: " << missed << (missed == 1 ? " frame" : " frames")
+        << " ended short of the goal\n";
     return 1;
   }
-  const double dt = 1.0 / options.rate;
-  long cycles = 0;
-  double time = 0.0, settlingError = 0.0;
-  RkManipulationStatus::Enum status = RkManipulationStatus::InProgress;
-  RkManipulatorEndEffectorPlacement commanded;
-  char line[512];
-  for (; time <= options.maxTime; time = ++cycles * dt) {
-    status = manager.update(time, params, state);
-    if (status == RkManipulationStatus::Failure) break;
-    // A frame that ends is measured against where the arm stands before the next goal is sent.
-    if (status == RkManipulationStatus::Transition || status == RkManipulationStatus::Complete) {
-      if (cycles > 0)
-        settlingError =
-            std::max(settlingError, largestError(commanded, system.currentEndEffectorPlacements()[0]));
-      const RkU32 index = state.currentSequenceIndex();
-      const std::string sequence =
-          index < manager.sequenceOrder().size() ? manager.sequenceOrder()[index].value() : std::string();
-      std::snprintf(line, sizeof line, "%10.3f s  %-10s  %s  %s\n", time, statusText(status),
-                    sequence.c_str(), manager.statusString(state, "").c_str());
-      // Flushed, so that the lines interleave with the library's own diagnostics on stderr.
-      out << line << std::flush;
-    }
-    if (status == RkManipulationStatus::Complete) break;
-    commanded = manager.endEffectorPlacement(state);
-    if (!system.command(0, commanded, error) || !system.step(dt, error)) {
-      out << "rkmanip run: the simulated arm refused a step: " << error << "\n";
-      status = RkManipulationStatus::Failure;
-      break;
-    }
-    if (trace) {
-      trace << time << "," << statusText(status);
-      const auto& goals = commanded.offsetTransformations();
-      const auto& actual = system.currentEndEffectorPlacements()[0].offsetTransformations();
-      for (RkU32 e = 0; e < actual.size(); ++e) {
-        writePlacement(trace, e < goals.size() ? goals[e] : actual[e]);
-        writePlacement(trace, actual[e]);
-      }
-      trace << "\n";
-    }
-  }
-  const bool timedOut = status != RkManipulationStatus::Complete && status != RkManipulationStatus::Failure;
-  std::snprintf(
-      line, sizeof line,
-      "%s after %.3f s simulated, %ld cycles at %g Hz; largest placement error at a frame's end %.3g m\n",
-      timedOut ? "Stopped at --max-time" : statusText(status), time, cycles, options.rate, settlingError);
-  out << line;
-  return status == RkManipulationStatus::Complete ? 0 : 1;
+  return 0;
 }
 
 }  // namespace RkTaskRunner

@@ -1,56 +1,130 @@
 // rkmanip: runs manipulation tasks on the simulated arm, validates documents and prints the schema.
-#include <CLI/CLI.hpp>
+#include <unistd.h>
 
+#include <CLI/CLI.hpp>
+#include <cmath>
 #include <iostream>
 
 #include "sequencing/RkManipulationVersion.h"
 #include "tools/rkmanip/RkDocumentValidator.h"
 #include "tools/rkmanip/RkTaskRunner.h"
+#include "tools/rkmanip/RkToolPaths.h"
 #include "tools/rkmanip/RkVocabulary.h"
 
-#ifndef RK_DEFAULT_ROBOT
-#define RK_DEFAULT_ROBOT "examples/robots/ur5e.urdf"
-#endif
+namespace {
+
+const char* const kRunUsage =
+    "usage: rkmanip run TASK.xml [--robot ROBOT.urdf] [--tip LINK] [--rate HZ] [--max-time SECONDS]\n"
+    "                   [--tolerance METRES [RADIANS]] [--require-reached] [--lenient] [--strict]\n"
+    "                   [--trace FILE.csv]\n";
+const char* const kValidateUsage =
+    "usage: rkmanip validate DOCUMENT.xml [--robot ROBOT.urdf] [--tip LINK] [--strict]\n";
+const char* const kSchemaUsage = "usage: rkmanip schema > vocabulary.xsd\n";
+
+// A number that is finite and above zero, or, with zeroAllowed, not below it.
+CLI::Validator finiteNumber(bool zeroAllowed) {
+  return CLI::Validator(
+      [zeroAllowed](std::string& text) -> std::string {
+        double value = 0.0;
+        const bool number = CLI::detail::lexical_cast(text, value) && std::isfinite(value);
+        if (number && (value > 0.0 || (zeroAllowed && value == 0.0))) return std::string();
+        return "must be a " +
+               std::string(zeroAllowed ? "finite number not below 0" : "positive finite number") + ", not " +
+               text;
+      },
+      zeroAllowed ? "SECONDS" : "POSITIVE");
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
   CLI::App app{"rkmanip " RK_MANIPULATION_VERSION ": run, check and inspect manipulation tasks"};
   app.require_subcommand(1);
   app.set_version_flag("--version", RK_MANIPULATION_VERSION);
 
-  RkTaskRunOptions options;
-  options.robotPath = RK_DEFAULT_ROBOT;
-  CLI::App* run =
-      app.add_subcommand("run", "Run a task (a manipulationSequenceManager document) on the simulated arm");
-  run->add_option("task", options.taskPath, "Task file")->required()->check(CLI::ExistingFile);
-  run->add_option("--robot", options.robotPath,
-                  "Robot description (URDF); end-effector sets and the home posture "
-                  "come from ROBOT.endeffectors.xml beside it when present")
-      ->capture_default_str()
+  std::string tried;
+  const std::string defaultRobot = RkToolPaths::defaultRobot(tried);
+  const std::string robotHelp =
+      "Robot description (URDF); its set-up (end-effector sets, home posture) comes from "
+      "ROBOT.endeffectors.xml "
+      "beside it. Default: " +
+      (defaultRobot.empty() ? "none found (looked for " + tried + ")" : defaultRobot);
+  const std::string tipHelp =
+      "The link the arm's chain ends at; by default the end-effector link of the set-up, or the URDF's one "
+      "deepest link";
+
+  RkTaskRunOptions run;
+  std::vector<double> tolerance;
+  CLI::App* runCommand = app.add_subcommand(
+      "run",
+      "Run a task (a manipulationSequenceManager or manipulationSequence document) on the simulated arm");
+  runCommand->add_option("task", run.taskPath, "Task file")->required()->check(CLI::ExistingFile);
+  runCommand->add_option("--robot", run.robotPath, robotHelp)->check(CLI::ExistingFile);
+  runCommand->add_option("--tip", run.tipLink, tipHelp);
+  runCommand->add_option("--rate", run.rate, "Control cycles per simulated second (default 1000)")
+      ->check(finiteNumber(false));
+  runCommand
+      ->add_option("--max-time", run.maxTime, "Simulated seconds after which the run stops (default 600)")
+      ->check(finiteNumber(true));
+  runCommand
+      ->add_option(
+          "--tolerance", tolerance,
+          "How close a frame's end must come to its goal to count as reached: metres, and optionally "
+          "radians (default 0.001 0.001)")
+      ->expected(1, 2)
+      ->check(finiteNumber(false));
+  runCommand->add_flag("--require-reached", run.requireReached,
+                       "Exit with status 1 when any frame ends short of its goal");
+  runCommand->add_flag("--lenient", run.lenient, "Run a task that has problems anyway, saying so");
+  runCommand->add_flag("--strict", run.strict, "Refuse a task that has warnings too");
+  runCommand->add_option("--trace", run.tracePath,
+                         "Write commanded and actual placements per cycle to this CSV file");
+
+  RkValidateOptions validate;
+  CLI::App* validateCommand = app.add_subcommand("validate",
+                                                 "Read a document of the vocabulary, list every problem with "
+                                                 "its file and line, check that it round-trips");
+  validateCommand->add_option("document", validate.documentPath, "Document to check")->required();
+  validateCommand
+      ->add_option("--robot", validate.robotPath, "The robot a task is checked against. " + robotHelp)
       ->check(CLI::ExistingFile);
-  run->add_option("--rate", options.rate, "Control cycles per simulated second")
-      ->capture_default_str()
-      ->check(CLI::PositiveNumber);
-  run->add_option("--max-time", options.maxTime, "Simulated seconds after which the run is stopped")
-      ->capture_default_str()
-      ->check(CLI::PositiveNumber);
-  run->add_option("--trace", options.tracePath,
-                  "Write commanded and actual placements per cycle to this CSV file");
+  validateCommand->add_option("--tip", validate.tipLink, tipHelp);
+  validateCommand->add_flag("--strict", validate.strict, "Count warnings as problems");
 
-  std::string document;
-  CLI::App* validate = app.add_subcommand(
-      "validate",
-      "Read a document of the vocabulary, report every problem with its line, check that it round-trips");
-  validate->add_option("document", document, "Document to check")->required();
-
-  app.add_subcommand("schema", "Print an XML Schema (XSD) of the whole vocabulary");
+  CLI::App* schemaCommand = app.add_subcommand("schema", "Print an XML Schema (XSD) of the whole vocabulary");
 
   try {
     app.parse(argc, argv);
+  } catch (const CLI::CallForHelp& e) {
+    return app.exit(e);
+  } catch (const CLI::CallForAllHelp& e) {
+    return app.exit(e);
+  } catch (const CLI::CallForVersion& e) {
+    return app.exit(e);
   } catch (const CLI::ParseError& e) {
-    return app.exit(e) == 0 ? 0 : 2;
+    const std::string command = argc > 1 ? argv[1] : "";
+    std::cerr << "rkmanip: " << e.what() << "\n"
+              << (command == "run"        ? kRunUsage
+                  : command == "validate" ? kValidateUsage
+                  : command == "schema"   ? kSchemaUsage
+                                          : std::string(kRunUsage) + kValidateUsage + kSchemaUsage);
+    return 2;
   }
-  if (run->parsed()) return RkTaskRunner::run(options, std::cout);
-  if (validate->parsed()) return RkDocumentValidator::validate(document, std::cout);
-  std::cout << RkVocabulary::schema();
+  if (runCommand->parsed()) {
+    if (run.robotPath.empty()) run.robotPath = defaultRobot;
+    if (run.robotPath.empty()) {
+      std::cerr << "rkmanip: no default robot found (looked for " << tried << "); name one with --robot\n"
+                << kRunUsage;
+      return 2;
+    }
+    if (!tolerance.empty()) run.positionTolerance = tolerance[0];
+    if (tolerance.size() > 1) run.angleTolerance = tolerance[1];
+    return RkTaskRunner::run(run, std::cout, std::cerr, isatty(STDERR_FILENO) == 1);
+  }
+  if (validateCommand->parsed()) {
+    if (validate.robotPath.empty()) validate.robotPath = defaultRobot.empty() ? tried : defaultRobot;
+    return RkDocumentValidator::validate(validate, std::cout);
+  }
+  if (schemaCommand->parsed()) std::cout << RkVocabulary::schema();
   return 0;
 }

@@ -1,0 +1,305 @@
+// rkmanip as a user meets it: the real binary on the files of tests/data and examples, its exit status and
+// what it prints.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+struct Result {
+  int status;
+  std::string out;  // standard output
+  std::string err;  // standard error
+};
+
+std::string quote(const std::string& text) {
+  std::string quoted = "'";
+  for (char c : text) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+  return quoted + "'";
+}
+
+Result rkmanip(const std::vector<std::string>& arguments) {
+  char errPath[] = "/tmp/rk_tool_test_XXXXXX";
+  const int descriptor = mkstemp(errPath);
+  close(descriptor);
+  std::string command = quote(RKMANIP);
+  for (const std::string& argument : arguments) command += " " + quote(argument);
+  command += " 2>" + quote(errPath) + " </dev/null";
+  Result result{-1, "", ""};
+  FILE* pipe = popen(command.c_str(), "r");
+  char buffer[4096];
+  for (std::size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;) result.out.append(buffer, n);
+  const int status = pclose(pipe);
+  result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  std::ifstream err(errPath);
+  result.err.assign(std::istreambuf_iterator<char>(err), std::istreambuf_iterator<char>());
+  std::remove(errPath);
+  return result;
+}
+
+std::string data(const std::string& name) {
+  return RK_SOURCE_DIR "/tests/data/" + name;
+}
+
+std::string example(const std::string& name) {
+  return RK_SOURCE_DIR "/examples/" + name;
+}
+
+// "FILE:LINE:" of the line holding marker, moved by delta lines.
+std::string at(const std::string& path, const std::string& marker, int delta = 0) {
+  std::ifstream in(path);
+  std::string line;
+  for (int number = 1; std::getline(in, line); ++number) {
+    if (line.find(marker) != std::string::npos) return path + ":" + std::to_string(number + delta) + ":";
+  }
+  ADD_FAILURE() << marker << " is not in " << path;
+  return "?";
+}
+
+// Whether one message (a line and the tab-indented lines that continue it) names the place and says text.
+bool says(const std::string& output, const std::string& place, const std::string& text) {
+  std::vector<std::string> messages;
+  std::istringstream lines(output);
+  for (std::string line; std::getline(lines, line);) {
+    if (!line.empty() && line[0] == '\t' && !messages.empty()) {
+      messages.back() += "\n" + line;
+    } else {
+      messages.push_back(line);
+    }
+  }
+  for (const std::string& message : messages)
+    if (message.find(place) != std::string::npos && message.find(text) != std::string::npos) return true;
+  return false;
+}
+
+std::string firstLine(const std::string& text) {
+  return text.substr(0, text.find('\n'));
+}
+
+std::string lastLine(const std::string& text) {
+  const std::size_t end = text.find_last_not_of('\n');
+  const std::size_t start = text.rfind('\n', end);
+  return text.substr(start == std::string::npos ? 0 : start + 1,
+                     end - (start == std::string::npos ? 0 : start + 1) + 1);
+}
+
+struct Mistake {
+  const char* file;
+  const char* marker;  // text on the line (or delta lines before it) the message names
+  int delta;
+  const char* says;
+};
+
+const Mistake kMistakes[] = {
+    {"translation_two_numbers.xml", "0.45 0.15<", 0, "\"0.45 0.15\" is not three real numbers"},
+    {"translation_comma.xml", "0,4 0 0.3", 0, "\"0,4 0 0.3\" is not three real numbers"},
+    {"translation_nan.xml", "nan 0 0.3", 0, "\"nan 0 0.3\" of the goal of end effector 0 in frame \"above\""},
+    {"orientation_zero.xml", "0 0 0 0", 0, "non-zero quaternion"},
+    {"unknown_element.xml", "<speed>", 0, "unknown element \"speed\""},
+    {"wrong_count.xml", "count=\"3\"", 0, "array size not equal to attribute value -- 3, actual -- 2"},
+    {"order_names_missing_sequence.xml", "pick place", 0,
+     "names \"place\", which the sequence map does not hold"},
+    {"order_empty.xml", "<sequenceOrder", 0, "the sequence order names no sequence"},
+    {"order_empty.xml", "<group>", 0, "XML parser should be in data mode"},
+    {"durations.xml", "<timeDuration>-1", 0,
+     "timeDuration -1 of frame \"negative\" of sequence \"pick\" is not positive"},
+    {"durations.xml", "<tag>missing", 14, "frame \"missing\" of sequence \"pick\" gives no <timeDuration>"},
+    {"durations.xml", "<timeDuration>nan", 0,
+     "timeDuration nan of frame \"not a number\" of sequence \"pick\" is not a finite"},
+    {"durations.xml", "<timeDuration>0<", 0,
+     "timeDuration 0 of frame \"zero\" of sequence \"pick\" is not positive"},
+    {"frame_without_event.xml", "<standardManipulationFrame>", 0,
+     "frame \"endless\" of sequence \"pick\" has no transition event"},
+    {"sequence_name_twice.xml", "<key>pick", -1, "key \"pick\" of <sequenceMap> appears at lines 8 and 37"},
+    {"too_many_offsets.xml", "<manipulationOffsetContainerVector", 0,
+     "gives 2 offsets, but end-effector set 0 of ur5e has 1 end effector"},
+    {"misspelt_frame_tag.xml", "standardManipulationFrme", 0,
+     "standardManipulationFrme\" tag not registered"},
+    {"map_empty_element.xml", "<element/>", 0, "element <element> in <sequenceMap> was not read"},
+    {"map_empty_element.xml", "<key>place", -1, "element <element> in <sequenceMap> was not read"},
+    {"map_empty_element.xml", "pick place", 0, "names \"place\", which the sequence map does not hold"},
+    {"map_stray_text.xml", "    stray", 0,
+     "text \"stray\" in <sequenceMap> is not part of any value and was not read"},
+    {"map_stray_text.xml", "<key>place", -1, "element <element> in <sequenceMap> was not read"},
+    {"frames_stray_text.xml", "    stray", 0,
+     "text \"stray\" in <manipulationFrameVector> is not part of any value"},
+    {"frames_stray_text.xml", "    stray", 1, "element <element> in <manipulationFrameVector> was not read"},
+    {"no_namespace.xml", "<manipulationSequenceManager>", 0, "in namespace \"\", expected namespace"},
+};
+
+TEST(RkManipTool, clean_documents_pass_validate_with_nothing_printed_but_their_verdict) {
+  for (const std::string& path :
+       {example("tasks/approach_hold_retreat.xml"), example("tasks/panda_pick_and_place.xml"),
+        example("robots/ur5e.endeffectors.xml"), data("clean_two_frames.xml"),
+        data("state_trigger_nan.xml")}) {
+    const Result result = rkmanip({"validate", path});
+    EXPECT_EQ(result.status, 0) << result.out;
+    EXPECT_EQ(result.out.find('\n'), result.out.size() - 1) << result.out;
+    EXPECT_NE(result.out.find(path + ": valid "), std::string::npos) << result.out;
+    EXPECT_NE(result.out.find(", round trip exact"), std::string::npos) << result.out;
+    EXPECT_EQ(result.err, "");
+  }
+}
+
+TEST(RkManipTool, every_mistake_is_named_with_file_and_line_by_validate_and_refused_by_run) {
+  std::map<std::string, std::pair<Result, Result>> outputs;  // validate and run, once per file
+  for (const Mistake& mistake : kMistakes) {
+    const std::string path = data(mistake.file);
+    if (!outputs.count(path)) outputs[path] = {rkmanip({"validate", path}), rkmanip({"run", path})};
+    const Result& validate = outputs[path].first;
+    const Result& run = outputs[path].second;
+    const std::string place = at(path, mistake.marker, mistake.delta);
+    const bool unreadable = std::string(mistake.file) == "no_namespace.xml";
+    EXPECT_EQ(validate.status, unreadable ? 2 : 1) << mistake.file;
+    EXPECT_TRUE(says(validate.out, place, mistake.says)) << place << " " << mistake.says << "\n"
+                                                         << validate.out;
+    EXPECT_EQ(validate.out.find("round trip"), std::string::npos) << validate.out;
+    EXPECT_EQ(run.status, 2) << mistake.file;
+    EXPECT_TRUE(says(run.out, place, mistake.says)) << place << " " << mistake.says << "\n" << run.out;
+    EXPECT_NE(lastLine(run.out).find("nothing was run"), std::string::npos) << run.out;
+    EXPECT_EQ(run.out.find(" starts at "), std::string::npos) << run.out;
+  }
+}
+
+TEST(RkManipTool, warnings_leave_the_exit_status_alone_unless_strict) {
+  const std::string path = data("orientation_not_unit.xml");
+  const std::string warning = "has length 2, not 1, and is used normalised";
+  Result result = rkmanip({"validate", path});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_TRUE(says(result.out, at(path, "0 2 0 0") + " warning:", warning)) << result.out;
+  EXPECT_NE(lastLine(result.out).find("valid manipulationSequenceManager, round trip exact; 1 warning"),
+            std::string::npos);
+  EXPECT_EQ(rkmanip({"validate", path, "--strict"}).status, 1);
+  result = rkmanip({"run", path, "--rate", "250"});
+  EXPECT_EQ(result.status, 0) << result.out;
+  EXPECT_TRUE(says(result.out, at(path, "0 2 0 0"), warning));
+  result = rkmanip({"run", path, "--strict"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_NE(result.out.find("which --strict refuses; nothing was run"), std::string::npos) << result.out;
+}
+
+TEST(RkManipTool, a_goal_out_of_reach_is_warned_of_reported_not_reached_and_fails_when_reaching_is_required) {
+  const std::string path = data("unreachable_goal.xml");
+  Result result = rkmanip({"run", path, "--rate", "250"});
+  EXPECT_EQ(result.status, 0) << result.out;
+  EXPECT_TRUE(
+      says(result.out, at(path, "3.5 0 0.3") + " warning:", "(3.5 0 0.3) is out of the reach of ur5e"));
+  EXPECT_TRUE(says(result.out, "pick: frame 1 \"far away\"", "NOT reached")) << result.out;
+  EXPECT_TRUE(says(result.out, "pick: frame 2 \"back\"", "  reached")) << result.out;
+  EXPECT_TRUE(says(lastLine(result.out), "1 NOT reached", "the worst was pick: frame 1 \"far away\" at "))
+      << result.out;
+  result = rkmanip({"run", path, "--rate", "250", "--require-reached"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(lastLine(result.out), "rkmanip run: --require-reached: 1 frame ended short of the goal");
+  // A looser tolerance does not hide 2.5 m.
+  EXPECT_EQ(rkmanip({"run", path, "--rate", "250", "--require-reached", "--tolerance", "0.5", "3.2"}).status,
+            1);
+}
+
+TEST(RkManipTool, a_run_tells_where_it_starts_how_each_frame_ended_and_the_truth_at_max_time) {
+  const std::string path = example("tasks/approach_hold_retreat.xml");
+  const std::string trace = testing::TempDir() + "rk_tool_trace.csv";
+  Result result = rkmanip({"run", path, "--require-reached", "--trace", trace});
+  EXPECT_EQ(result.status, 0) << result.out;
+  EXPECT_EQ(firstLine(result.out),
+            "ur5e end effector 0 (tool0) starts at 0.4919 0.1333 0.4879, orientation 0 -0.7071 0.7071 0");
+  EXPECT_TRUE(says(result.out, "     2.000 s  approach: frame 1 \"above the part\"  error ", "  reached"));
+  EXPECT_TRUE(says(result.out, "     8.005 s  retreat: frame 2 \"clear\"  error ", "  reached"));
+  EXPECT_NE(
+      lastLine(result.out)
+          .find("Complete after 8.005 s simulated, 8005 cycles at 1000 Hz; 5 frames ended, all reached"),
+      std::string::npos);
+  std::ifstream csv(trace);
+  std::string header;
+  std::getline(csv, header);
+  EXPECT_EQ(header.rfind("time,status,commanded0_x,", 0), 0u) << header;
+  std::remove(trace.c_str());
+
+  result = rkmanip({"run", path, "--max-time", "0.05"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_TRUE(says(lastLine(result.out), "Stopped at --max-time after 0.050 s simulated",
+                   "in approach: frame 1 \"above the part\", whose error "))
+      << result.out;
+  EXPECT_NE(lastLine(result.out).find("NOT reached; 0 frames ended"), std::string::npos) << result.out;
+}
+
+TEST(RkManipTool, a_lenient_run_says_so_first_and_a_goal_that_is_not_a_number_never_moves_the_arm) {
+  Result result = rkmanip({"run", data("wrong_count.xml"), "--lenient", "--rate", "250"});
+  EXPECT_EQ(result.status, 0) << result.out;
+  EXPECT_EQ(firstLine(result.out),
+            "rkmanip run: --lenient: running " + data("wrong_count.xml") + " despite 1 error, listed below");
+  result = rkmanip({"run", data("translation_nan.xml"), "--lenient"});
+  EXPECT_EQ(result.status, 1) << result.out;
+  EXPECT_EQ(firstLine(result.out).rfind("rkmanip run: --lenient: running ", 0), 0u);
+  EXPECT_NE(lastLine(result.out).find("Failure after 0.000 s simulated"), std::string::npos) << result.out;
+  EXPECT_NE(lastLine(result.out).find("the simulated arm refused a step"), std::string::npos) << result.out;
+}
+
+TEST(RkManipTool, every_shipped_robot_runs_with_its_tip_from_its_set_up_or_from_tip) {
+  Result result = rkmanip({"run", example("tasks/panda_pick_and_place.xml"), "--robot",
+                           example("robots/panda.urdf"), "--require-reached", "--rate", "250"});
+  EXPECT_EQ(result.status, 0) << result.out;
+  EXPECT_EQ(firstLine(result.out).rfind("panda end effector 0 (panda_hand_tcp) starts at 0.3069 0 0.4869", 0),
+            0u);
+  EXPECT_NE(lastLine(result.out).find("Complete after"), std::string::npos);
+
+  // Two leaves of equal depth and no set-up: the tip must be named.
+  const std::string bare = testing::TempDir() + "rk_tool_forked.urdf";
+  {
+    std::ifstream in(data("robots/forked.urdf"));
+    std::ofstream out(bare);
+    out << in.rdbuf();
+  }
+  const std::string task = data("clean_two_frames.xml");
+  result = rkmanip({"run", task, "--robot", bare});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_TRUE(says(result.out, bare + ": error:", "several deepest links")) << result.out;
+  EXPECT_TRUE(says(result.out, bare + ": error:", "name the tip link with --tip LINK")) << result.out;
+  result = rkmanip({"run", task, "--robot", bare, "--tip", "tool_b", "--max-time", "0.1"});
+  EXPECT_TRUE(says(result.out, "rk_tool_forked end effector 0 (tool_b) starts at", "0.7 0.05 0.4"))
+      << result.out;
+  std::remove(bare.c_str());
+
+  // With its set-up the tip is the set-up's: two point end effectors, tool_a and link3.
+  const std::string forked = data("robots/forked.urdf");
+  result = rkmanip({"validate", data("clean_two_frames.xml"), "--robot", forked});
+  EXPECT_EQ(result.status, 0) << result.out;
+  EXPECT_TRUE(says(result.out, "warning:", "gives 1 offset for the 2 end effectors of set 0 of forked"))
+      << result.out;
+  result = rkmanip({"run", data("too_many_offsets.xml"), "--robot", forked, "--tip", "tool_b"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_TRUE(says(result.out, data("robots/forked.endeffectors.xml") + ": error:",
+                   "no link 'tool_a' on the chain from 'base' to 'tool_b'"))
+      << result.out;
+}
+
+TEST(RkManipTool, numbers_that_cannot_time_a_run_are_refused_with_the_usage_line) {
+  const std::string task = example("tasks/approach_hold_retreat.xml");
+  for (const std::vector<std::string>& option : {std::vector<std::string>{"--rate", "nan"},
+                                                 {"--rate", "0"},
+                                                 {"--rate", "-10"},
+                                                 {"--rate", "inf"},
+                                                 {"--max-time", "nan"},
+                                                 {"--max-time", "-1"},
+                                                 {"--max-time", "inf"},
+                                                 {"--tolerance", "0"}}) {
+    const Result result = rkmanip({"run", task, option[0], option[1]});
+    EXPECT_EQ(result.status, 2) << option[0] << " " << option[1];
+    EXPECT_NE(result.err.find(option[0]), std::string::npos) << result.err;
+    EXPECT_NE(result.err.find("usage: rkmanip run TASK.xml"), std::string::npos) << result.err;
+    EXPECT_EQ(result.out, "");
+  }
+  const Result zero = rkmanip({"run", task, "--max-time", "0"});
+  EXPECT_EQ(zero.status, 1);
+  EXPECT_NE(lastLine(zero.out).find("Stopped at --max-time after 0.000 s simulated, 1 cycle at 1000 Hz"),
+            std::string::npos)
+      << zero.out;
+}
+
+}  // namespace

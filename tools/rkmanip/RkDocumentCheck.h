@@ -1,0 +1,25 @@
+#pragma once
+// Reads a document as the tool reads every file a person gives it, and lists every problem with its file
+// and line: each message the reader prints, whatever of the source the objects read do not hold, a round
+// trip that changes what is written, and the checks of meaning against the robot the document is for.
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "tools/rkmanip/RkDiagnostics.h"
+#include "xml/RkXmlObject.h"
+
+class RkSimulatedTaskRunner;
+
+namespace RkDocumentCheck {
+
+// The robot the checks of meaning need, loaded on first use; null, with its problem reported, when it
+// cannot be loaded.
+typedef std::function<const RkSimulatedTaskRunner*()> RobotSource;
+
+// The object read from path, or null when the document cannot be read at all (missing, not well-formed,
+// refused, of no known root element). Findings go to out.
+std::unique_ptr<RkXmlObject> read(const std::string& path, const RobotSource& robot,
+                                  const std::string& robotName, RkDiagnostics& out);
+
+}  // namespace RkDocumentCheck
