@@ -3,10 +3,10 @@
 #include <fcntl.h>
 #include <libxml/parser.h>
 #include <libxml/xmlreader.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
@@ -88,20 +88,61 @@ const char* prescan(std::string_view text, std::size_t& offset) {
   return nullptr;
 }
 
+// Counts the start tags of a document and the attributes of each, skipping comments, CDATA sections and
+// processing instructions, so that the caps hold before libxml2 (whose duplicate-attribute check is
+// quadratic) parses a tag. Returns the reason a cap is broken, or an empty text.
+std::string countMarkup(std::string_view text, std::size_t& elements, std::size_t& offset) {
+  static const std::pair<std::string_view, std::string_view> skipped[] = {
+      {"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}};
+  std::size_t at = 0;
+  while ((at = text.find('<', at)) != std::string_view::npos) {
+    bool skip = false;
+    for (const auto& [open, close] : skipped) {
+      if (text.compare(at, open.size(), open) == 0) {
+        const std::size_t end = text.find(close, at + open.size());
+        at = end == std::string_view::npos ? text.size() : end + close.size();
+        skip = true;
+        break;
+      }
+    }
+    if (skip) continue;
+    const std::size_t tag = at++;
+    if (at < text.size() && (text[at] == '/' || text[at] == '!')) continue;
+    if (++elements > RkXmlReader::kMaxElements) {
+      offset = tag;
+      return "more than " + std::to_string(RkXmlReader::kMaxElements) + " elements and list items";
+    }
+    std::size_t attributes = 0;
+    while (at < text.size() && text[at] != '>' && text[at] != '<') {
+      const char c = text[at];
+      if (c == '"' || c == '\'') {
+        const std::size_t close = text.find(c, at + 1);
+        at = close == std::string_view::npos ? text.size() : close + 1;
+        if (++attributes > RkXmlReader::kMaxAttributes) {
+          offset = tag;
+          return "more than " + std::to_string(RkXmlReader::kMaxAttributes) + " attributes on one element";
+        }
+      } else {
+        ++at;
+      }
+    }
+  }
+  return {};
+}
+
 // The token text of a name: the namespace URI and the local name joined when the URI ends in '#' (the
 // toolkit's form), "{uri}local" otherwise, so that no foreign name can spell a toolkit one.
-std::string qualifiedName(const xmlChar* uri, const xmlChar* local) {
-  std::string text = uri ? reinterpret_cast<const char*>(uri) : "";
+void qualifiedName(const xmlChar* uri, const xmlChar* local, std::string& text) {
+  text = uri ? reinterpret_cast<const char*>(uri) : "";
   if (!text.empty() && text.back() != '#') text = "{" + text + "}";
   text += local ? reinterpret_cast<const char*>(local) : "";
-  return text;
 }
 
 }  // namespace
 
 RkXmlReader::RkXmlReader(std::string_view document, const std::string& name, ObjectFactory fallback)
     : m_reader(nullptr),
-      m_fileName(name),
+      m_fileName(Rk::Print::escaped(name)),
       m_fallback(fallback),
       m_kind(RkXmlNodeKind::EndOfDocument),
       m_depth(0),
@@ -110,6 +151,11 @@ RkXmlReader::RkXmlReader(std::string_view document, const std::string& name, Obj
       m_dataMode(false),
       m_dataPosition(0),
       m_dataItemsTaken(0),
+      m_elements(0),
+      m_memoryLimit(kMemoryFactor * document.size() + kMemoryAllowance),
+      m_memoryCharged(0),
+      m_droppedLines(0),
+      m_droppedLevel(0),
       m_failed(false),
       m_failedLine(0) {
   setUpLibxml();
@@ -120,10 +166,12 @@ RkXmlReader::RkXmlReader(std::string_view document, const std::string& name, Obj
     fail(1, "document larger than 64 MiB");
   } else if (const char* reason = prescan(document, offset)) {
     fail(lineAt(document, offset), reason);
+  } else if (const std::string cap = countMarkup(document, m_elements, offset); !cap.empty()) {
+    fail(lineAt(document, offset), cap);
   } else {
     const int options = XML_PARSE_NONET | XML_PARSE_BIG_LINES | XML_PARSE_NOWARNING;
-    m_reader = xmlReaderForMemory(document.data(), static_cast<int>(document.size()), m_fileName.c_str(),
-                                  nullptr, options);
+    m_reader = xmlReaderForMemory(document.data(), static_cast<int>(document.size()), name.c_str(), nullptr,
+                                  options);
     if (!m_reader) {
       fail(1, "the parser could not be created");
     } else {
@@ -151,8 +199,17 @@ void RkXmlReader::fail(int line, const std::string& reason) {
   if (m_failed) return;
   m_failed = true;
   m_failedLine = line;
-  m_failure = reason;
+  m_failure = Rk::Print::escaped(reason);
   m_kind = RkXmlNodeKind::Error;
+}
+
+RkBoolean RkXmlReader::charge(std::size_t bytes) {
+  if (m_failed) return false;
+  m_memoryCharged += bytes;
+  if (m_memoryCharged <= m_memoryLimit) return true;
+  fail(lineNumber(),
+       "the document would take more than " + std::to_string(kMemoryFactor) + " times its size in memory");
+  return false;
 }
 
 RkXmlNodeKind RkXmlReader::advance() {
@@ -171,8 +228,9 @@ RkXmlNodeKind RkXmlReader::advance() {
     m_depth = xmlTextReaderDepth(m_reader);
     switch (xmlTextReaderNodeType(m_reader)) {
       case XML_READER_TYPE_ELEMENT:
-        if (m_depth > kMaxDepth) {
-          fail(lineNumber(), "elements nested deeper than 128 levels");
+        // The root stands at depth 0, so depth kMaxDepth is one level too deep.
+        if (m_depth >= kMaxDepth) {
+          fail(lineNumber(), "elements nested deeper than " + std::to_string(kMaxDepth) + " levels");
           return m_kind = RkXmlNodeKind::Error;
         }
         return m_kind = xmlTextReaderIsEmptyElement(m_reader) ? RkXmlNodeKind::EmptyElement
@@ -192,6 +250,18 @@ RkXmlNodeKind RkXmlReader::advance() {
   }
 }
 
+RkToken RkXmlReader::nameToken(const xmlChar* uri, const xmlChar* local) {
+  // libxml2 interns names per document, so the pair of pointers identifies the name.
+  const std::pair<const void*, const void*> key(uri, local);
+  const auto found = m_names.find(key);
+  if (found != m_names.end()) return found->second;
+  qualifiedName(uri, local, m_nameText);
+  const std::size_t before = m_localTokens.bytes();
+  const RkToken token = m_localTokens.token(m_nameText);
+  charge(m_localTokens.bytes() - before + 6 * sizeof(void*));
+  return m_names.emplace(key, token).first->second;
+}
+
 const RkToken& RkXmlReader::tag() {
   if (m_tagKnown) return m_tag;
   m_tagKnown = true;
@@ -200,19 +270,7 @@ const RkToken& RkXmlReader::tag() {
                     m_kind != RkXmlNodeKind::EndElement)) {
     return m_tag;
   }
-  // libxml2 interns names per document, so the pair of pointers identifies the name.
-  const xmlChar* uri = xmlTextReaderConstNamespaceUri(m_reader);
-  const xmlChar* local = xmlTextReaderConstLocalName(m_reader);
-  char key[2 * sizeof(void*)];
-  std::memcpy(key, &uri, sizeof(void*));
-  std::memcpy(key + sizeof(void*), &local, sizeof(void*));
-  const std::string_view keyView(key, sizeof key);
-  auto found = m_tagCache.find(keyView);
-  if (found != m_tagCache.end()) return m_tag = found->second;
-  m_tag = RkToken(qualifiedName(uri, local));
-  m_tagCacheKeys.emplace_back(keyView);
-  m_tagCache.emplace(std::string_view(m_tagCacheKeys.back()), m_tag);
-  return m_tag;
+  return m_tag = nameToken(xmlTextReaderConstNamespaceUri(m_reader), xmlTextReaderConstLocalName(m_reader));
 }
 
 void RkXmlReader::collectAttributes() {
@@ -227,7 +285,7 @@ void RkXmlReader::collectAttributes() {
     const xmlChar* uri = xmlTextReaderConstNamespaceUri(m_reader);
     const xmlChar* local = xmlTextReaderConstLocalName(m_reader);
     const xmlChar* value = xmlTextReaderConstValue(m_reader);
-    m_attributeNames.emplace_back(qualifiedName(uri, local));
+    m_attributeNames.push_back(nameToken(uri, local));
     m_attributeValues.emplace_back(value ? reinterpret_cast<const char*>(value) : "");
   }
   xmlTextReaderMoveToElement(m_reader);
@@ -297,13 +355,17 @@ bool isSpace(char c) {
 }  // namespace
 
 RkBoolean RkXmlReader::moreData() {
-  if (!m_dataMode) return false;
+  if (!m_dataMode || m_failed) return false;
   while (m_dataPosition < m_data.size() && isSpace(m_data[m_dataPosition])) ++m_dataPosition;
   return m_dataPosition < m_data.size();
 }
 
 std::string_view RkXmlReader::nextDataItem() {
   if (!moreData()) return std::string_view();
+  if (++m_elements > kMaxElements) {
+    fail(lineNumber(), "more than " + std::to_string(kMaxElements) + " elements and list items");
+    return std::string_view();
+  }
   const std::size_t begin = m_dataPosition;
   std::size_t at = begin;
   if (m_data[at] == '"') {
@@ -339,79 +401,83 @@ int RkXmlReader::lineNumber() const {
 
 void RkXmlReader::contentError(const char* format, ...) {
   if (m_failed) return;
+  // Past the cap a line is only counted, so that millions of them cost no formatting.
+  if (m_heldLines.size() >= kMaxReportLines) {
+    holdLine(4, nullptr, nullptr, this);
+    return;
+  }
   char reason[512];
   va_list arguments;
   va_start(arguments, format);
   std::vsnprintf(reason, sizeof reason, format, arguments);
   va_end(arguments);
-  Rk::Print::write(4, "RkXmlReader::read error: %s:%d: %s\n", m_fileName.c_str(), lineNumber(), reason);
+  Rk::Print::write(4, "RkXmlReader::read error: %s:%d: %s\n", m_fileName.c_str(), lineNumber(),
+                   Rk::Print::escaped(reason).c_str());
 }
 
-namespace {
-// What a document prints while it is read, held back: a document that proves malformed later prints only
-// its refusal, a sound one prints everything in order.
-struct HeldLines {
-  struct Line {
-    int level;
-    const char* origin;
-    std::string text;
-  };
-  std::vector<Line> lines;
-  static void receive(int level, const char* origin, const char* text, void* context) {
-    static_cast<HeldLines*>(context)->lines.push_back({level, origin, text});
+// What a document prints while it is read is held back: a document that proves malformed later prints only
+// its refusal, a sound one prints the first lines in order and counts the rest.
+void RkXmlReader::holdLine(int level, const char* origin, const char* text, void* context) {
+  RkXmlReader& reader = *static_cast<RkXmlReader*>(context);
+  if (text && reader.m_heldLines.size() < kMaxReportLines) {
+    reader.m_heldLines.push_back({level, origin, text});
+  } else {
+    reader.m_droppedLevel = reader.m_droppedLines++ == 0 ? level : std::min(level, reader.m_droppedLevel);
   }
-};
-}  // namespace
+}
+
+void RkXmlReader::printFailure() const {
+  Rk::Print::write(4, "RkXmlReader::read error: %s:%d: %s\n", m_fileName.c_str(), m_failedLine,
+                   m_failure.c_str());
+}
 
 RkBoolean RkXmlReader::readRoot(RkXmlReader& reader, RkXmlObject* object, ObjectFactory factory,
                                 RkXmlObject** made) {
-  HeldLines held;
-  const RkBoolean result = readRootHeld(reader, object, factory, made, &held);
+  const RkBoolean result = readRootHeld(reader, object, factory, made);
   if (reader.failed()) {
-    Rk::Print::write(4, "RkXmlReader::read error: %s:%d: %s\n", reader.m_fileName.c_str(),
-                     reader.m_failedLine, reader.m_failure.c_str());
+    reader.printFailure();
     return false;
   }
-  for (const HeldLines::Line& line : held.lines)
+  for (const HeldLine& line : reader.m_heldLines)
     Rk::Print::writeFrom(line.origin, line.level, "%s", line.text.c_str());
+  if (reader.m_droppedLines > 0) {
+    Rk::Print::write(reader.m_droppedLevel, "RkXmlReader::read: %s: %zu more report lines not shown\n",
+                     reader.m_fileName.c_str(), reader.m_droppedLines);
+  }
   return result;
 }
 
 RkBoolean RkXmlReader::readRootHeld(RkXmlReader& reader, RkXmlObject* object, ObjectFactory factory,
-                                    RkXmlObject** made, void* heldLines) {
-  const Rk::Print::ThreadSink hold(&HeldLines::receive, heldLines);
-  RkBoolean result = false;
+                                    RkXmlObject** made) {
+  const Rk::Print::ThreadSink hold(&RkXmlReader::holdLine, &reader);
   const RkXmlNodeKind kind = reader.advance();
-  if (kind == RkXmlNodeKind::StartElement || kind == RkXmlNodeKind::EmptyElement) {
-    const RkToken& root = reader.tag();
-    if (!object && factory) object = *made = factory(root);
-    if (!object) {
-      reader.fail(reader.lineNumber(), "unknown root element \"" + root.text() + "\"");
-    } else if (root != object->token()) {
-      std::string reason = "root element is \"" + std::string(root.localName()) + "\"";
-      if (root.localName() == object->token().localName()) {
-        reason += " in namespace \"" + std::string(root.namespaceUri()) + "\", expected namespace \"" +
-                  std::string(object->token().namespaceUri()) + "\"";
-      } else {
-        reason += ", expected \"" + std::string(object->token().localName()) + "\"";
-      }
-      reader.fail(reader.lineNumber(), reason);
-    } else {
-      result = object->read(reader);
-      reader.finishElement(0);
-      // Draining the rest finds errors after the root, such as trailing garbage.
-      while (reader.advance() != RkXmlNodeKind::EndOfDocument && !reader.failed()) {
-      }
-    }
-  } else if (!reader.failed()) {
+  if (kind != RkXmlNodeKind::StartElement && kind != RkXmlNodeKind::EmptyElement) {
     reader.fail(reader.lineNumber(), "the document holds no element");
-  }
-  if (reader.failed()) {
-    Rk::Print::write(4, "RkXmlReader::read error: %s:%d: %s\n", reader.m_fileName.c_str(),
-                     reader.m_failedLine, reader.m_failure.c_str());
     return false;
   }
-  return result;
+  const RkToken& root = reader.tag();
+  if (!object && factory) object = *made = factory(root);
+  if (!object) {
+    reader.fail(reader.lineNumber(), "unknown root element \"" + root.text() + "\"");
+    return false;
+  }
+  if (root != object->token()) {
+    std::string reason = "root element is \"" + std::string(root.localName()) + "\"";
+    if (root.localName() == object->token().localName()) {
+      reason += " in namespace \"" + std::string(root.namespaceUri()) + "\", expected namespace \"" +
+                std::string(object->token().namespaceUri()) + "\"";
+    } else {
+      reason += ", expected \"" + std::string(object->token().localName()) + "\"";
+    }
+    reader.fail(reader.lineNumber(), reason);
+    return false;
+  }
+  const RkBoolean result = object->read(reader);
+  reader.finishElement(0);
+  // Draining the rest finds errors after the root, such as trailing garbage.
+  while (reader.advance() != RkXmlNodeKind::EndOfDocument && !reader.failed()) {
+  }
+  return result && !reader.failed();
 }
 
 RkBoolean RkXmlReader::readString(std::string_view document, RkXmlObject& object, const std::string& name,
@@ -421,72 +487,82 @@ RkBoolean RkXmlReader::readString(std::string_view document, RkXmlObject& object
 }
 
 namespace {
-// A file mapped read-only: the prescan and the parser read the page cache directly, so refusing a huge
-// file costs a scan, not a copy.
-class MappedFile {
- public:
-  explicit MappedFile(const std::string& path) {
-    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0) {
-      m_reason = std::strerror(errno);
-      return;
-    }
-    struct stat status;
-    if (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
-      m_reason = "not a regular file";
-    } else if (static_cast<std::size_t>(status.st_size) > RkXmlReader::kMaxDocumentBytes) {
-      m_reason = "document larger than 64 MiB";
-    } else if (status.st_size > 0) {
-      void* mapped =
-          mmap(nullptr, static_cast<std::size_t>(status.st_size), PROT_READ, MAP_PRIVATE, descriptor, 0);
-      if (mapped == MAP_FAILED) {
-        m_reason = std::strerror(errno);
-      } else {
-        m_data = static_cast<const char*>(mapped);
-        m_size = static_cast<std::size_t>(status.st_size);
+
+bool sameContent(const struct stat& a, const struct stat& b) {
+  return a.st_dev == b.st_dev && a.st_ino == b.st_ino && a.st_size == b.st_size &&
+         a.st_mtim.tv_sec == b.st_mtim.tv_sec && a.st_mtim.tv_nsec == b.st_mtim.tv_nsec;
+}
+
+// Reads a regular file whole into memory; returns why it could not, or an empty text. Anything that is not
+// a regular file is refused before it is opened for reading (opening a FIFO would wait for a writer), and a
+// file that changes while it is read is refused rather than parsed half old and half new.
+std::string readWhole(const std::string& path, std::string& content) {
+  struct stat named;
+  if (stat(path.c_str(), &named) != 0) return std::strerror(errno);
+  if (!S_ISREG(named.st_mode)) return "not a regular file";
+  if (static_cast<std::size_t>(named.st_size) > RkXmlReader::kMaxDocumentBytes) {
+    return "document larger than 64 MiB";
+  }
+  const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+  if (descriptor < 0) return std::strerror(errno);
+  struct stat opened, after;
+  std::string reason;
+  if (fstat(descriptor, &opened) != 0 || !S_ISREG(opened.st_mode)) {
+    reason = "not a regular file";
+  } else if (static_cast<std::size_t>(opened.st_size) > RkXmlReader::kMaxDocumentBytes) {
+    reason = "document larger than 64 MiB";
+  } else {
+    // One byte more than the size, to see a file that grows.
+    const std::size_t size = static_cast<std::size_t>(opened.st_size);
+    content.resize(size + 1);
+    std::size_t got = 0;
+    while (got < content.size()) {
+      const ssize_t n = read(descriptor, &content[got], content.size() - got);
+      if (n < 0 && errno == EINTR) continue;
+      if (n < 0) {
+        reason = std::strerror(errno);
+        break;
       }
+      if (n == 0) break;
+      got += static_cast<std::size_t>(n);
     }
-    ::close(descriptor);
-    m_ok = m_reason.empty();
+    if (reason.empty() && (got != size || fstat(descriptor, &after) != 0 || !sameContent(opened, after) ||
+                           opened.st_ino != named.st_ino || opened.st_dev != named.st_dev)) {
+      reason = "the file changed while it was read";
+    }
+    content.resize(got);
   }
-  ~MappedFile() {
-    if (m_data) munmap(const_cast<char*>(m_data), m_size);
-  }
-  MappedFile(const MappedFile&) = delete;
-  MappedFile& operator=(const MappedFile&) = delete;
+  ::close(descriptor);
+  if (!reason.empty()) content.clear();
+  return reason;
+}
 
-  bool ok() const { return m_ok; }
-  const std::string& reason() const { return m_reason; }
-  std::string_view content() const { return m_data ? std::string_view(m_data, m_size) : std::string_view(); }
-
- private:
-  const char* m_data = nullptr;
-  std::size_t m_size = 0;
-  bool m_ok = false;
-  std::string m_reason;
-};
 }  // namespace
 
 RkBoolean RkXmlReader::readFile(const std::string& path, RkXmlObject& object, ObjectFactory fallback) {
-  const MappedFile file(path);
-  if (!file.ok()) {
-    Rk::Print::write(4, "RkXmlReader::read error: %s:0: %s\n", path.c_str(), file.reason().c_str());
+  std::string content;
+  const std::string reason = readWhole(path, content);
+  if (!reason.empty()) {
+    Rk::Print::write(4, "RkXmlReader::read error: %s:0: %s\n", Rk::Print::escaped(path).c_str(),
+                     reason.c_str());
     return false;
   }
-  RkXmlReader reader(file.content(), path, fallback);
+  RkXmlReader reader(content, path, fallback);
   return readRoot(reader, &object, nullptr, nullptr);
 }
 
 RkXmlObject* RkXmlReader::readFileAny(const std::string& path, ObjectFactory factory) {
-  const MappedFile file(path);
-  if (!file.ok()) {
-    Rk::Print::write(4, "RkXmlReader::read error: %s:0: %s\n", path.c_str(), file.reason().c_str());
+  std::string content;
+  const std::string reason = readWhole(path, content);
+  if (!reason.empty()) {
+    Rk::Print::write(4, "RkXmlReader::read error: %s:0: %s\n", Rk::Print::escaped(path).c_str(),
+                     reason.c_str());
     return nullptr;
   }
   RkXmlObject* made = nullptr;
   RkBoolean ok = false;
   {
-    RkXmlReader reader(file.content(), path, nullptr);
+    RkXmlReader reader(content, path, nullptr);
     ok = readRoot(reader, nullptr, factory, &made);
   }
   if (!ok) {

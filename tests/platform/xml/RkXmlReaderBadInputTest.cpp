@@ -192,10 +192,11 @@ TEST(RkXmlReaderBadInput, external_entities_and_inclusions_never_bring_a_file_in
   }
 }
 
-TEST(RkXmlReaderBadInput, five_thousand_nested_elements_are_refused_with_one_line) {
-  // The element at depth 129 stands on line 131.
+TEST(RkXmlReaderBadInput, nesting_deeper_than_128_levels_is_refused_with_one_line_and_128_levels_read) {
+  // The root is level 1 on line 2; the element at level 129 stands on line 130.
   const std::string documents[] = {
       kDeclaration + kRootOpen + "\n" + nested(5000) + kRootClose,
+      kDeclaration + kRootOpen + "\n" + nested(128) + kRootClose,
       kDeclaration + kRootOpen + "\n<title>\n" + nested(4999) + "</title>" + kRootClose,
       kDeclaration + kRootOpen + "\n<nested count=\"1\">\n" + nested(4999) + "</nested>" + kRootClose,
   };
@@ -204,8 +205,13 @@ TEST(RkXmlReaderBadInput, five_thousand_nested_elements_are_refused_with_one_lin
     Rk::Print::Capture capture;
     RkTestHolder holder;
     EXPECT_FALSE(RkXmlReader::readString(document, holder, "deep.xml"));
-    EXPECT_TRUE(refusedOnce(capture, "deep.xml", 131, "128"));
+    EXPECT_TRUE(refusedOnce(capture, "deep.xml", 130, "deeper than 128 levels"));
   }
+  Rk::Print::Capture capture;
+  RkTestHolder holder;
+  EXPECT_TRUE(RkXmlReader::readString(kDeclaration + kRootOpen + "\n" + nested(127) + kRootClose, holder));
+  EXPECT_EQ(capture.text(),
+            "RkXmlReader::read error: (string):3: unknown element \"a\" in \"testHolder\" skipped\n");
 }
 
 TEST(RkXmlReaderBadInput, a_60_MB_text_node_is_refused_from_memory_and_from_a_file) {

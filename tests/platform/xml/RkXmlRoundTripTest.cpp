@@ -157,7 +157,7 @@ TEST(RkXmlRoundTrip, basic_values_accept_alternative_spellings_and_refuse_garbag
   EXPECT_EQ(real.value(), 2500.0);
   ASSERT_EQ(capture.lines().size(), 1u);
   EXPECT_EQ(capture.lines()[0].text,
-            "RkXmlReader::read error: value.xml:1: \"\n2.5 m\" is not a real number\n");
+            "RkXmlReader::read error: value.xml:1: \"\\n2.5 m\" is not a real number\n");
 }
 
 TEST(RkXmlSchema, documents_written_for_a_sample_object_validate_against_its_schema) {
