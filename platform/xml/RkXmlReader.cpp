@@ -225,6 +225,12 @@ RkXmlNodeKind RkXmlReader::advance() {
       return m_kind = RkXmlNodeKind::Error;
     }
     if (result == 0) return m_kind = RkXmlNodeKind::EndOfDocument;
+    // libxml2 interns every name (and short text) of a document, ever slower as they grow in number.
+    const xmlNodePtr node = xmlTextReaderCurrentNode(m_reader);
+    if (node && node->doc && node->doc->dict && xmlDictSize(node->doc->dict) > static_cast<int>(kMaxNames)) {
+      fail(lineNumber(), "more than " + std::to_string(kMaxNames) + " distinct names");
+      return m_kind = RkXmlNodeKind::Error;
+    }
     m_depth = xmlTextReaderDepth(m_reader);
     switch (xmlTextReaderNodeType(m_reader)) {
       case XML_READER_TYPE_ELEMENT:

@@ -23,9 +23,10 @@ class RkXmlReader {
   static constexpr std::size_t kMaxDocumentBytes = 64u << 20;
   static constexpr std::size_t kMaxTextBytes = 8u << 20;
   static constexpr int kMaxDepth = 128;
-  static constexpr std::size_t kMaxAttributes = 256;         // of one element
-  static constexpr std::size_t kMaxElements = 1000000;       // and list items, of one document
-  static constexpr std::size_t kMemoryFactor = 16;           // times the document's size...
+  static constexpr std::size_t kMaxAttributes = 256;    // of one element
+  static constexpr std::size_t kMaxElements = 1000000;  // and list items, of one document
+  static constexpr std::size_t kMaxNames = 10000;       // distinct names and short texts, of one document
+  static constexpr std::size_t kMemoryFactor = 16;      // times the document's size...
   static constexpr std::size_t kMemoryAllowance = 1u << 20;  // ...and this much more
   static constexpr std::size_t kMaxReportLines = 200;        // of one read, the rest counted
 
