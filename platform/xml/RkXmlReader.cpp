@@ -10,6 +10,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
+#include <memory>
 #include <mutex>
 
 #include "foundation/RkPrint.h"
@@ -49,9 +50,25 @@ int lineAt(std::string_view text, std::size_t offset) {
   return line;
 }
 
+// How many attributes the start tag at text[at] has, counted up to end: its quoted values before its '>'.
+std::size_t attributesOf(std::string_view text, std::size_t at, std::size_t end) {
+  std::size_t count = 0;
+  while (at < end && text[at] != '>') {
+    if (text[at] == '"' || text[at] == '\'') {
+      const std::size_t close = text.find(text[at], at + 1);
+      ++count;
+      at = close == std::string_view::npos ? end : close + 1;
+    } else {
+      ++at;
+    }
+  }
+  return count;
+}
+
 // Finds what must be refused before libxml2 sees the bytes, since its reader parses ahead: a document
-// type declaration (entities) and runs of text or markup beyond the cap. Returns the reason, or null.
-const char* prescan(std::string_view text, std::size_t& offset) {
+// type declaration (entities), runs of text or markup beyond the cap, and start tags with more attributes
+// than the cap (libxml2's duplicate-attribute check is quadratic). Returns the reason, or an empty text.
+std::string prescan(std::string_view text, std::size_t& offset) {
   std::size_t at = 0;
   if (text.substr(0, 3) == "\xEF\xBB\xBF") at = 3;
   while (at < text.size()) {
@@ -74,7 +91,11 @@ const char* prescan(std::string_view text, std::size_t& offset) {
       break;
     }
   }
-  std::size_t previous = 0;
+  static const std::pair<std::string_view, std::string_view> kOpaque[] = {
+      {"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}};
+  // Each '<' starts a run that ends at the next; a tag cannot hold a '<', so it lies in one run, and only a
+  // run longer than four bytes per attribute can hold too many.
+  std::size_t previous = 0, opaqueUntil = 0;
   const char* data = text.data();
   while (previous < text.size()) {
     const void* next = std::memchr(data + previous + 1, '<', text.size() - previous - 1);
@@ -83,49 +104,22 @@ const char* prescan(std::string_view text, std::size_t& offset) {
       offset = previous;
       return "text or markup longer than 8 MiB";
     }
-    previous = position;
-  }
-  return nullptr;
-}
-
-// Counts the start tags of a document and the attributes of each, skipping comments, CDATA sections and
-// processing instructions, so that the caps hold before libxml2 (whose duplicate-attribute check is
-// quadratic) parses a tag. Returns the reason a cap is broken, or an empty text.
-std::string countMarkup(std::string_view text, std::size_t& elements, std::size_t& offset) {
-  static const std::pair<std::string_view, std::string_view> skipped[] = {
-      {"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}};
-  std::size_t at = 0;
-  while ((at = text.find('<', at)) != std::string_view::npos) {
-    bool skip = false;
-    for (const auto& [open, close] : skipped) {
-      if (text.compare(at, open.size(), open) == 0) {
-        const std::size_t end = text.find(close, at + open.size());
-        at = end == std::string_view::npos ? text.size() : end + close.size();
-        skip = true;
-        break;
-      }
-    }
-    if (skip) continue;
-    const std::size_t tag = at++;
-    if (at < text.size() && (text[at] == '/' || text[at] == '!')) continue;
-    if (++elements > RkXmlReader::kMaxElements) {
-      offset = tag;
-      return "more than " + std::to_string(RkXmlReader::kMaxElements) + " elements and list items";
-    }
-    std::size_t attributes = 0;
-    while (at < text.size() && text[at] != '>' && text[at] != '<') {
-      const char c = text[at];
-      if (c == '"' || c == '\'') {
-        const std::size_t close = text.find(c, at + 1);
-        at = close == std::string_view::npos ? text.size() : close + 1;
-        if (++attributes > RkXmlReader::kMaxAttributes) {
-          offset = tag;
-          return "more than " + std::to_string(RkXmlReader::kMaxAttributes) + " attributes on one element";
+    if (text[previous] == '<' && previous >= opaqueUntil && previous + 1 < text.size()) {
+      const char first = text[previous + 1];
+      if (first == '!' || first == '?') {
+        for (const auto& [open, close] : kOpaque) {
+          if (text.compare(previous, open.size(), open) != 0) continue;
+          const std::size_t end = text.find(close, previous + open.size());
+          opaqueUntil = end == std::string_view::npos ? text.size() : end + close.size();
+          break;
         }
-      } else {
-        ++at;
+      } else if (first != '/' && position - previous > 4 * RkXmlReader::kMaxAttributes &&
+                 attributesOf(text, previous, position) > RkXmlReader::kMaxAttributes) {
+        offset = previous;
+        return "more than " + std::to_string(RkXmlReader::kMaxAttributes) + " attributes on one element";
       }
     }
+    previous = position;
   }
   return {};
 }
@@ -164,10 +158,8 @@ RkXmlReader::RkXmlReader(std::string_view document, const std::string& name, Obj
     fail(1, "the document is empty");
   } else if (document.size() > kMaxDocumentBytes) {
     fail(1, "document larger than 64 MiB");
-  } else if (const char* reason = prescan(document, offset)) {
+  } else if (const std::string reason = prescan(document, offset); !reason.empty()) {
     fail(lineAt(document, offset), reason);
-  } else if (const std::string cap = countMarkup(document, m_elements, offset); !cap.empty()) {
-    fail(lineAt(document, offset), cap);
   } else {
     const int options = XML_PARSE_NONET | XML_PARSE_BIG_LINES | XML_PARSE_NOWARNING;
     m_reader = xmlReaderForMemory(document.data(), static_cast<int>(document.size()), name.c_str(), nullptr,
@@ -237,6 +229,10 @@ RkXmlNodeKind RkXmlReader::advance() {
         // The root stands at depth 0, so depth kMaxDepth is one level too deep.
         if (m_depth >= kMaxDepth) {
           fail(lineNumber(), "elements nested deeper than " + std::to_string(kMaxDepth) + " levels");
+          return m_kind = RkXmlNodeKind::Error;
+        }
+        if (++m_elements > kMaxElements) {
+          fail(lineNumber(), "more than " + std::to_string(kMaxElements) + " elements and list items");
           return m_kind = RkXmlNodeKind::Error;
         }
         return m_kind = xmlTextReaderIsEmptyElement(m_reader) ? RkXmlNodeKind::EmptyElement
@@ -499,10 +495,17 @@ bool sameContent(const struct stat& a, const struct stat& b) {
          a.st_mtim.tv_sec == b.st_mtim.tv_sec && a.st_mtim.tv_nsec == b.st_mtim.tv_nsec;
 }
 
+// A file's bytes, read whole into a buffer that is not cleared first.
+struct FileBytes {
+  std::unique_ptr<char[]> data;
+  std::size_t size = 0;
+  std::string_view view() const { return std::string_view(data.get(), size); }
+};
+
 // Reads a regular file whole into memory; returns why it could not, or an empty text. Anything that is not
 // a regular file is refused before it is opened for reading (opening a FIFO would wait for a writer), and a
 // file that changes while it is read is refused rather than parsed half old and half new.
-std::string readWhole(const std::string& path, std::string& content) {
+std::string readWhole(const std::string& path, FileBytes& content) {
   struct stat named;
   if (stat(path.c_str(), &named) != 0) return std::strerror(errno);
   if (!S_ISREG(named.st_mode)) return "not a regular file";
@@ -519,46 +522,44 @@ std::string readWhole(const std::string& path, std::string& content) {
     reason = "document larger than 64 MiB";
   } else {
     // One byte more than the size, to see a file that grows.
-    const std::size_t size = static_cast<std::size_t>(opened.st_size);
-    content.resize(size + 1);
-    std::size_t got = 0;
-    while (got < content.size()) {
-      const ssize_t n = read(descriptor, &content[got], content.size() - got);
-      if (n < 0 && errno == EINTR) continue;
-      if (n < 0) {
+    const std::size_t capacity = static_cast<std::size_t>(opened.st_size) + 1;
+    content.data.reset(new char[capacity]);
+    while (content.size < capacity) {
+      const ssize_t got = read(descriptor, content.data.get() + content.size, capacity - content.size);
+      if (got < 0 && errno == EINTR) continue;
+      if (got < 0) {
         reason = std::strerror(errno);
         break;
       }
-      if (n == 0) break;
-      got += static_cast<std::size_t>(n);
+      if (got == 0) break;
+      content.size += static_cast<std::size_t>(got);
     }
-    if (reason.empty() && (got != size || fstat(descriptor, &after) != 0 || !sameContent(opened, after) ||
-                           opened.st_ino != named.st_ino || opened.st_dev != named.st_dev)) {
+    if (reason.empty() &&
+        (content.size + 1 != capacity || fstat(descriptor, &after) != 0 || !sameContent(opened, after) ||
+         opened.st_ino != named.st_ino || opened.st_dev != named.st_dev)) {
       reason = "the file changed while it was read";
     }
-    content.resize(got);
   }
   ::close(descriptor);
-  if (!reason.empty()) content.clear();
   return reason;
 }
 
 }  // namespace
 
 RkBoolean RkXmlReader::readFile(const std::string& path, RkXmlObject& object, ObjectFactory fallback) {
-  std::string content;
+  FileBytes content;
   const std::string reason = readWhole(path, content);
   if (!reason.empty()) {
     Rk::Print::write(4, "RkXmlReader::read error: %s:0: %s\n", Rk::Print::escaped(path).c_str(),
                      reason.c_str());
     return false;
   }
-  RkXmlReader reader(content, path, fallback);
+  RkXmlReader reader(content.view(), path, fallback);
   return readRoot(reader, &object, nullptr, nullptr);
 }
 
 RkXmlObject* RkXmlReader::readFileAny(const std::string& path, ObjectFactory factory) {
-  std::string content;
+  FileBytes content;
   const std::string reason = readWhole(path, content);
   if (!reason.empty()) {
     Rk::Print::write(4, "RkXmlReader::read error: %s:0: %s\n", Rk::Print::escaped(path).c_str(),
@@ -568,7 +569,7 @@ RkXmlObject* RkXmlReader::readFileAny(const std::string& path, ObjectFactory fac
   RkXmlObject* made = nullptr;
   RkBoolean ok = false;
   {
-    RkXmlReader reader(content, path, nullptr);
+    RkXmlReader reader(content.view(), path, nullptr);
     ok = readRoot(reader, nullptr, factory, &made);
   }
   if (!ok) {
