@@ -2,6 +2,7 @@
 // Formatted diagnostics: printf-style text formatted into a fixed per-thread buffer (no allocation) and
 // handed, with its level, to a replaceable sink. Levels: 3 warnings, 4 errors, 5 notices, 7 debug.
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace Rk {
@@ -10,10 +11,15 @@ namespace Print {
 // Receives one formatted message; origin is the printing function's signature, or null.
 typedef void (*Sink)(int level, const char* origin, const char* text, void* context);
 
-// Prints when level <= verbosity(). The text is cut at 1023 bytes.
+// Prints when level <= verbosity(). A text longer than 1023 bytes is cut visibly: it ends in "…", followed
+// by the line feed when the whole text ended in one.
 void write(int level, const char* format, ...) __attribute__((format(printf, 2, 3)));
 // As write, naming the printing function as the message's origin.
 void writeFrom(const char* origin, int level, const char* format, ...) __attribute__((format(printf, 3, 4)));
+
+// The text with control characters and backslashes written as escapes (\n, \t, \\, \x1b, \u0085), so that a
+// value quoted in a message stays on its line and cannot forge another.
+std::string escaped(std::string_view text);
 
 // The verbosity threshold, 5 by default; set it at start-up.
 int verbosity();

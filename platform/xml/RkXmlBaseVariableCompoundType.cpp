@@ -3,8 +3,10 @@
 #include <dlfcn.h>
 #include <limits.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <mutex>
 
 #include "foundation/RkPrint.h"
@@ -147,13 +149,24 @@ void RkXmlBaseVariableCompoundType::writeSchema(RkXmlSchema& schema) const {
 
 namespace {
 
+// Why a plug-in file or directory is not safe to load from, or null: it must belong to root or to the user
+// running the program, and no one else may write to it.
+const char* unsafe(const char* path) {
+  struct stat status;
+  if (stat(path, &status) != 0) return "not readable";
+  if (status.st_uid != 0 && status.st_uid != geteuid()) return "owned by neither root nor the running user";
+  if (status.st_mode & (S_IWGRP | S_IWOTH)) return "group- or world-writable";
+  return nullptr;
+}
+
 // Loads one library by bare name from the first plug-in directory that holds it, refusing files that
-// resolve outside that directory or that others than the owner may change.
+// resolve outside that directory and files or directories that others than their owner may change.
 bool loadPlugin(const std::string& name, const std::string& searchPath) {
   const char* origin = "RkXmlBaseVariableCompoundType::processLibraries";
+  const std::string shown = Rk::Print::escaped(name);
   if (name.empty() || name == "." || name == ".." || name.find('/') != std::string::npos) {
     Rk::Print::writeFrom(origin, 4, "%s: \"%s\" is not a bare library name; not loaded\n", origin,
-                         name.c_str());
+                         shown.c_str());
     return false;
   }
   std::size_t begin = 0;
@@ -168,25 +181,32 @@ bool loadPlugin(const std::string& name, const std::string& searchPath) {
     if (!realpath(candidate.c_str(), realFile)) continue;
     const std::string inside = std::string(realDirectory) + "/";
     if (std::string(realFile).compare(0, inside.size(), inside) != 0) {
-      Rk::Print::writeFrom(origin, 4, "%s: %s resolves outside %s; not loaded\n", origin, candidate.c_str(),
-                           realDirectory);
+      Rk::Print::writeFrom(origin, 4, "%s: %s resolves outside %s; not loaded\n", origin,
+                           Rk::Print::escaped(candidate).c_str(), Rk::Print::escaped(realDirectory).c_str());
       return false;
     }
     struct stat status;
     if (stat(realFile, &status) != 0 || !S_ISREG(status.st_mode)) continue;
-    if (status.st_mode & (S_IWGRP | S_IWOTH)) {
-      Rk::Print::writeFrom(origin, 4, "%s: %s is group- or world-writable; not loaded\n", origin, realFile);
-      return false;
+    // The listed directory, the directory the file really stands in, and the file itself.
+    const std::string fileDirectory(realFile, std::strrchr(realFile, '/') - realFile);
+    for (const char* path : {static_cast<const char*>(realDirectory), fileDirectory.c_str(),
+                             static_cast<const char*>(realFile)}) {
+      if (const char* reason = unsafe(path)) {
+        Rk::Print::writeFrom(origin, 4, "%s: %s is %s; \"%s\" not loaded\n", origin,
+                             Rk::Print::escaped(path).c_str(), reason, shown.c_str());
+        return false;
+      }
     }
     if (!dlopen(realFile, RTLD_NOW | RTLD_LOCAL)) {
       const char* reason = dlerror();
-      Rk::Print::writeFrom(origin, 4, "%s: %s\n", origin, reason ? reason : realFile);
+      Rk::Print::writeFrom(origin, 4, "%s: %s\n", origin,
+                           Rk::Print::escaped(reason ? reason : realFile).c_str());
       return false;
     }
     return true;
   }
   Rk::Print::writeFrom(origin, 4, "%s: \"%s\" is in no directory of RK_PLUGIN_PATH; not loaded\n", origin,
-                       name.c_str());
+                       shown.c_str());
   return false;
 }
 
@@ -200,7 +220,7 @@ RkBoolean RkXmlBaseVariableCompoundType::processLibraries() {
         4,
         "RkXmlBaseVariableCompoundType::processLibraries: RK_PLUGIN_PATH is not set, so no plug-in "
         "library is loaded (the document names %u, first \"%s\")\n",
-        m_addLibraries.size(), m_addLibraries[0].value().c_str());
+        m_addLibraries.size(), Rk::Print::escaped(m_addLibraries[0].value()).c_str());
     return false;
   }
   RkBoolean result = true;

@@ -128,6 +128,8 @@ class RkXmlMapType : public RkXmlConcreteClass<RkXmlMapType<K, V>, RkXmlObject, 
       }
       if (reader.advance() != RkXmlNodeKind::StartElement) return formatError(reader);
       key.read(reader);
+      // An entry's node: the pair and the tree's links.
+      if (!reader.charge(sizeof(typename Map::value_type) + 4 * sizeof(void*))) return false;
       V& value = m_entries[key];
       value = defaultValue;
       const RkXmlNodeKind kind = reader.advance();

@@ -3,13 +3,14 @@
 #include <fcntl.h>
 #include <libxml/parser.h>
 #include <libxml/xmlreader.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
+#include <memory>
 #include <mutex>
 
 #include "foundation/RkPrint.h"
@@ -49,9 +50,25 @@ int lineAt(std::string_view text, std::size_t offset) {
   return line;
 }
 
+// How many attributes the start tag at text[at] has, counted up to end: its quoted values before its '>'.
+std::size_t attributesOf(std::string_view text, std::size_t at, std::size_t end) {
+  std::size_t count = 0;
+  while (at < end && text[at] != '>') {
+    if (text[at] == '"' || text[at] == '\'') {
+      const std::size_t close = text.find(text[at], at + 1);
+      ++count;
+      at = close == std::string_view::npos ? end : close + 1;
+    } else {
+      ++at;
+    }
+  }
+  return count;
+}
+
 // Finds what must be refused before libxml2 sees the bytes, since its reader parses ahead: a document
-// type declaration (entities) and runs of text or markup beyond the cap. Returns the reason, or null.
-const char* prescan(std::string_view text, std::size_t& offset) {
+// type declaration (entities), runs of text or markup beyond the cap, and start tags with more attributes
+// than the cap (libxml2's duplicate-attribute check is quadratic). Returns the reason, or an empty text.
+std::string prescan(std::string_view text, std::size_t& offset) {
   std::size_t at = 0;
   if (text.substr(0, 3) == "\xEF\xBB\xBF") at = 3;
   while (at < text.size()) {
@@ -74,7 +91,11 @@ const char* prescan(std::string_view text, std::size_t& offset) {
       break;
     }
   }
-  std::size_t previous = 0;
+  static const std::pair<std::string_view, std::string_view> kOpaque[] = {
+      {"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}};
+  // Each '<' starts a run that ends at the next; a tag cannot hold a '<', so it lies in one run, and only a
+  // run longer than four bytes per attribute can hold too many.
+  std::size_t previous = 0, opaqueUntil = 0;
   const char* data = text.data();
   while (previous < text.size()) {
     const void* next = std::memchr(data + previous + 1, '<', text.size() - previous - 1);
@@ -83,25 +104,39 @@ const char* prescan(std::string_view text, std::size_t& offset) {
       offset = previous;
       return "text or markup longer than 8 MiB";
     }
+    if (text[previous] == '<' && previous >= opaqueUntil && previous + 1 < text.size()) {
+      const char first = text[previous + 1];
+      if (first == '!' || first == '?') {
+        for (const auto& [open, close] : kOpaque) {
+          if (text.compare(previous, open.size(), open) != 0) continue;
+          const std::size_t end = text.find(close, previous + open.size());
+          opaqueUntil = end == std::string_view::npos ? text.size() : end + close.size();
+          break;
+        }
+      } else if (first != '/' && position - previous > 4 * RkXmlReader::kMaxAttributes &&
+                 attributesOf(text, previous, position) > RkXmlReader::kMaxAttributes) {
+        offset = previous;
+        return "more than " + std::to_string(RkXmlReader::kMaxAttributes) + " attributes on one element";
+      }
+    }
     previous = position;
   }
-  return nullptr;
+  return {};
 }
 
 // The token text of a name: the namespace URI and the local name joined when the URI ends in '#' (the
 // toolkit's form), "{uri}local" otherwise, so that no foreign name can spell a toolkit one.
-std::string qualifiedName(const xmlChar* uri, const xmlChar* local) {
-  std::string text = uri ? reinterpret_cast<const char*>(uri) : "";
+void qualifiedName(const xmlChar* uri, const xmlChar* local, std::string& text) {
+  text = uri ? reinterpret_cast<const char*>(uri) : "";
   if (!text.empty() && text.back() != '#') text = "{" + text + "}";
   text += local ? reinterpret_cast<const char*>(local) : "";
-  return text;
 }
 
 }  // namespace
 
 RkXmlReader::RkXmlReader(std::string_view document, const std::string& name, ObjectFactory fallback)
     : m_reader(nullptr),
-      m_fileName(name),
+      m_fileName(Rk::Print::escaped(name)),
       m_fallback(fallback),
       m_kind(RkXmlNodeKind::EndOfDocument),
       m_depth(0),
@@ -110,6 +145,11 @@ RkXmlReader::RkXmlReader(std::string_view document, const std::string& name, Obj
       m_dataMode(false),
       m_dataPosition(0),
       m_dataItemsTaken(0),
+      m_elements(0),
+      m_memoryLimit(kMemoryFactor * document.size() + kMemoryAllowance),
+      m_memoryCharged(0),
+      m_droppedLines(0),
+      m_droppedLevel(0),
       m_failed(false),
       m_failedLine(0) {
   setUpLibxml();
@@ -118,12 +158,12 @@ RkXmlReader::RkXmlReader(std::string_view document, const std::string& name, Obj
     fail(1, "the document is empty");
   } else if (document.size() > kMaxDocumentBytes) {
     fail(1, "document larger than 64 MiB");
-  } else if (const char* reason = prescan(document, offset)) {
+  } else if (const std::string reason = prescan(document, offset); !reason.empty()) {
     fail(lineAt(document, offset), reason);
   } else {
     const int options = XML_PARSE_NONET | XML_PARSE_BIG_LINES | XML_PARSE_NOWARNING;
-    m_reader = xmlReaderForMemory(document.data(), static_cast<int>(document.size()), m_fileName.c_str(),
-                                  nullptr, options);
+    m_reader = xmlReaderForMemory(document.data(), static_cast<int>(document.size()), name.c_str(), nullptr,
+                                  options);
     if (!m_reader) {
       fail(1, "the parser could not be created");
     } else {
@@ -151,8 +191,17 @@ void RkXmlReader::fail(int line, const std::string& reason) {
   if (m_failed) return;
   m_failed = true;
   m_failedLine = line;
-  m_failure = reason;
+  m_failure = Rk::Print::escaped(reason);
   m_kind = RkXmlNodeKind::Error;
+}
+
+RkBoolean RkXmlReader::charge(std::size_t bytes) {
+  if (m_failed) return false;
+  m_memoryCharged += bytes;
+  if (m_memoryCharged <= m_memoryLimit) return true;
+  fail(lineNumber(),
+       "the document would take more than " + std::to_string(kMemoryFactor) + " times its size in memory");
+  return false;
 }
 
 RkXmlNodeKind RkXmlReader::advance() {
@@ -168,11 +217,22 @@ RkXmlNodeKind RkXmlReader::advance() {
       return m_kind = RkXmlNodeKind::Error;
     }
     if (result == 0) return m_kind = RkXmlNodeKind::EndOfDocument;
+    // libxml2 interns every name (and short text) of a document, ever slower as they grow in number.
+    const xmlNodePtr node = xmlTextReaderCurrentNode(m_reader);
+    if (node && node->doc && node->doc->dict && xmlDictSize(node->doc->dict) > static_cast<int>(kMaxNames)) {
+      fail(lineNumber(), "more than " + std::to_string(kMaxNames) + " distinct names");
+      return m_kind = RkXmlNodeKind::Error;
+    }
     m_depth = xmlTextReaderDepth(m_reader);
     switch (xmlTextReaderNodeType(m_reader)) {
       case XML_READER_TYPE_ELEMENT:
-        if (m_depth > kMaxDepth) {
-          fail(lineNumber(), "elements nested deeper than 128 levels");
+        // The root stands at depth 0, so depth kMaxDepth is one level too deep.
+        if (m_depth >= kMaxDepth) {
+          fail(lineNumber(), "elements nested deeper than " + std::to_string(kMaxDepth) + " levels");
+          return m_kind = RkXmlNodeKind::Error;
+        }
+        if (++m_elements > kMaxElements) {
+          fail(lineNumber(), "more than " + std::to_string(kMaxElements) + " elements and list items");
           return m_kind = RkXmlNodeKind::Error;
         }
         return m_kind = xmlTextReaderIsEmptyElement(m_reader) ? RkXmlNodeKind::EmptyElement
@@ -192,6 +252,18 @@ RkXmlNodeKind RkXmlReader::advance() {
   }
 }
 
+RkToken RkXmlReader::nameToken(const xmlChar* uri, const xmlChar* local) {
+  // libxml2 interns names per document, so the pair of pointers identifies the name.
+  const std::pair<const void*, const void*> key(uri, local);
+  const auto found = m_names.find(key);
+  if (found != m_names.end()) return found->second;
+  qualifiedName(uri, local, m_nameText);
+  const std::size_t before = m_localTokens.bytes();
+  const RkToken token = m_localTokens.token(m_nameText);
+  charge(m_localTokens.bytes() - before + 6 * sizeof(void*));
+  return m_names.emplace(key, token).first->second;
+}
+
 const RkToken& RkXmlReader::tag() {
   if (m_tagKnown) return m_tag;
   m_tagKnown = true;
@@ -200,19 +272,7 @@ const RkToken& RkXmlReader::tag() {
                     m_kind != RkXmlNodeKind::EndElement)) {
     return m_tag;
   }
-  // libxml2 interns names per document, so the pair of pointers identifies the name.
-  const xmlChar* uri = xmlTextReaderConstNamespaceUri(m_reader);
-  const xmlChar* local = xmlTextReaderConstLocalName(m_reader);
-  char key[2 * sizeof(void*)];
-  std::memcpy(key, &uri, sizeof(void*));
-  std::memcpy(key + sizeof(void*), &local, sizeof(void*));
-  const std::string_view keyView(key, sizeof key);
-  auto found = m_tagCache.find(keyView);
-  if (found != m_tagCache.end()) return m_tag = found->second;
-  m_tag = RkToken(qualifiedName(uri, local));
-  m_tagCacheKeys.emplace_back(keyView);
-  m_tagCache.emplace(std::string_view(m_tagCacheKeys.back()), m_tag);
-  return m_tag;
+  return m_tag = nameToken(xmlTextReaderConstNamespaceUri(m_reader), xmlTextReaderConstLocalName(m_reader));
 }
 
 void RkXmlReader::collectAttributes() {
@@ -227,7 +287,7 @@ void RkXmlReader::collectAttributes() {
     const xmlChar* uri = xmlTextReaderConstNamespaceUri(m_reader);
     const xmlChar* local = xmlTextReaderConstLocalName(m_reader);
     const xmlChar* value = xmlTextReaderConstValue(m_reader);
-    m_attributeNames.emplace_back(qualifiedName(uri, local));
+    m_attributeNames.push_back(nameToken(uri, local));
     m_attributeValues.emplace_back(value ? reinterpret_cast<const char*>(value) : "");
   }
   xmlTextReaderMoveToElement(m_reader);
@@ -297,13 +357,17 @@ bool isSpace(char c) {
 }  // namespace
 
 RkBoolean RkXmlReader::moreData() {
-  if (!m_dataMode) return false;
+  if (!m_dataMode || m_failed) return false;
   while (m_dataPosition < m_data.size() && isSpace(m_data[m_dataPosition])) ++m_dataPosition;
   return m_dataPosition < m_data.size();
 }
 
 std::string_view RkXmlReader::nextDataItem() {
   if (!moreData()) return std::string_view();
+  if (++m_elements > kMaxElements) {
+    fail(lineNumber(), "more than " + std::to_string(kMaxElements) + " elements and list items");
+    return std::string_view();
+  }
   const std::size_t begin = m_dataPosition;
   std::size_t at = begin;
   if (m_data[at] == '"') {
@@ -339,36 +403,41 @@ int RkXmlReader::lineNumber() const {
 
 void RkXmlReader::contentError(const char* format, ...) {
   if (m_failed) return;
+  // Past the cap a line is only counted, so that millions of them cost no formatting.
+  if (m_heldLines.size() >= kMaxReportLines) {
+    holdLine(4, nullptr, nullptr, this);
+    return;
+  }
   char reason[512];
   va_list arguments;
   va_start(arguments, format);
   std::vsnprintf(reason, sizeof reason, format, arguments);
   va_end(arguments);
-  Rk::Print::write(4, "RkXmlReader::read error: %s:%d: %s\n", m_fileName.c_str(), lineNumber(), reason);
+  Rk::Print::write(4, "RkXmlReader::read error: %s:%d: %s\n", m_fileName.c_str(), lineNumber(),
+                   Rk::Print::escaped(reason).c_str());
 }
 
 namespace {
-// What a document prints while it is read, held back: a document that proves malformed later prints only
-// its refusal, a sound one prints everything in order.
-struct HeldLines {
-  struct Line {
-    int level;
-    const char* origin;
-    std::string text;
-    int sourceLine;
-  };
-  const RkXmlReader* reader;
-  std::vector<Line> lines;
-  static void receive(int level, const char* origin, const char* text, void* context) {
-    HeldLines* held = static_cast<HeldLines*>(context);
-    held->lines.push_back({level, origin, text, held->reader->lineNumber()});
-  }
-};
-
 // Where the message being replayed arose; see RkXmlReader::replayLine.
 thread_local const std::string* t_replayFileName = nullptr;
 thread_local int t_replayLine = 0;
 }  // namespace
+
+// What a document prints while it is read is held back: a document that proves malformed later prints only
+// its refusal, a sound one prints the first lines in order and counts the rest.
+void RkXmlReader::holdLine(int level, const char* origin, const char* text, void* context) {
+  RkXmlReader& reader = *static_cast<RkXmlReader*>(context);
+  if (text && reader.m_heldLines.size() < kMaxReportLines) {
+    reader.m_heldLines.push_back({level, origin, text, reader.lineNumber()});
+  } else {
+    reader.m_droppedLevel = reader.m_droppedLines++ == 0 ? level : std::min(level, reader.m_droppedLevel);
+  }
+}
+
+void RkXmlReader::printFailure() const {
+  Rk::Print::write(4, "RkXmlReader::read error: %s:%d: %s\n", m_fileName.c_str(), m_failedLine,
+                   m_failure.c_str());
+}
 
 const std::string& RkXmlReader::replayFileName() {
   static const std::string none;
@@ -381,60 +450,58 @@ int RkXmlReader::replayLine() {
 
 RkBoolean RkXmlReader::readRoot(RkXmlReader& reader, RkXmlObject* object, ObjectFactory factory,
                                 RkXmlObject** made) {
-  HeldLines held{&reader, {}};
-  const RkBoolean result = readRootHeld(reader, object, factory, made, &held);
+  const RkBoolean result = readRootHeld(reader, object, factory, made);
   if (reader.failed()) {
-    Rk::Print::write(4, "RkXmlReader::read error: %s:%d: %s\n", reader.m_fileName.c_str(),
-                     reader.m_failedLine, reader.m_failure.c_str());
+    reader.printFailure();
     return false;
   }
   const std::string* const outerFileName = t_replayFileName;
   const int outerLine = t_replayLine;
   t_replayFileName = &reader.m_fileName;
-  for (const HeldLines::Line& line : held.lines) {
+  for (const HeldLine& line : reader.m_heldLines) {
     t_replayLine = line.sourceLine;
     Rk::Print::writeFrom(line.origin, line.level, "%s", line.text.c_str());
   }
   t_replayFileName = outerFileName;
   t_replayLine = outerLine;
+  if (reader.m_droppedLines > 0) {
+    Rk::Print::write(reader.m_droppedLevel, "RkXmlReader::read: %s: %zu more report lines not shown\n",
+                     reader.m_fileName.c_str(), reader.m_droppedLines);
+  }
   return result;
 }
 
 RkBoolean RkXmlReader::readRootHeld(RkXmlReader& reader, RkXmlObject* object, ObjectFactory factory,
-                                    RkXmlObject** made, void* heldLines) {
-  const Rk::Print::ThreadSink hold(&HeldLines::receive, heldLines);
-  RkBoolean result = false;
+                                    RkXmlObject** made) {
+  const Rk::Print::ThreadSink hold(&RkXmlReader::holdLine, &reader);
   const RkXmlNodeKind kind = reader.advance();
-  if (kind == RkXmlNodeKind::StartElement || kind == RkXmlNodeKind::EmptyElement) {
-    const RkToken& root = reader.tag();
-    if (!object && factory) object = *made = factory(root);
-    if (!object) {
-      reader.fail(reader.lineNumber(), "unknown root element \"" + root.text() + "\"");
-    } else if (root != object->token()) {
-      std::string reason = "root element is \"" + std::string(root.localName()) + "\"";
-      if (root.localName() == object->token().localName()) {
-        reason += " in namespace \"" + std::string(root.namespaceUri()) + "\", expected namespace \"" +
-                  std::string(object->token().namespaceUri()) + "\"";
-      } else {
-        reason += ", expected \"" + std::string(object->token().localName()) + "\"";
-      }
-      reader.fail(reader.lineNumber(), reason);
-    } else {
-      result = object->read(reader);
-      reader.finishElement(0);
-      // Draining the rest finds errors after the root, such as trailing garbage.
-      while (reader.advance() != RkXmlNodeKind::EndOfDocument && !reader.failed()) {
-      }
-    }
-  } else if (!reader.failed()) {
+  if (kind != RkXmlNodeKind::StartElement && kind != RkXmlNodeKind::EmptyElement) {
     reader.fail(reader.lineNumber(), "the document holds no element");
-  }
-  if (reader.failed()) {
-    Rk::Print::write(4, "RkXmlReader::read error: %s:%d: %s\n", reader.m_fileName.c_str(),
-                     reader.m_failedLine, reader.m_failure.c_str());
     return false;
   }
-  return result;
+  const RkToken& root = reader.tag();
+  if (!object && factory) object = *made = factory(root);
+  if (!object) {
+    reader.fail(reader.lineNumber(), "unknown root element \"" + root.text() + "\"");
+    return false;
+  }
+  if (root != object->token()) {
+    std::string reason = "root element is \"" + std::string(root.localName()) + "\"";
+    if (root.localName() == object->token().localName()) {
+      reason += " in namespace \"" + std::string(root.namespaceUri()) + "\", expected namespace \"" +
+                std::string(object->token().namespaceUri()) + "\"";
+    } else {
+      reason += ", expected \"" + std::string(object->token().localName()) + "\"";
+    }
+    reader.fail(reader.lineNumber(), reason);
+    return false;
+  }
+  const RkBoolean result = object->read(reader);
+  reader.finishElement(0);
+  // Draining the rest finds errors after the root, such as trailing garbage.
+  while (reader.advance() != RkXmlNodeKind::EndOfDocument && !reader.failed()) {
+  }
+  return result && !reader.failed();
 }
 
 RkBoolean RkXmlReader::readString(std::string_view document, RkXmlObject& object, const std::string& name,
@@ -444,72 +511,87 @@ RkBoolean RkXmlReader::readString(std::string_view document, RkXmlObject& object
 }
 
 namespace {
-// A file mapped read-only: the prescan and the parser read the page cache directly, so refusing a huge
-// file costs a scan, not a copy.
-class MappedFile {
- public:
-  explicit MappedFile(const std::string& path) {
-    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0) {
-      m_reason = std::strerror(errno);
-      return;
-    }
-    struct stat status;
-    if (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
-      m_reason = "not a regular file";
-    } else if (static_cast<std::size_t>(status.st_size) > RkXmlReader::kMaxDocumentBytes) {
-      m_reason = "document larger than 64 MiB";
-    } else if (status.st_size > 0) {
-      void* mapped =
-          mmap(nullptr, static_cast<std::size_t>(status.st_size), PROT_READ, MAP_PRIVATE, descriptor, 0);
-      if (mapped == MAP_FAILED) {
-        m_reason = std::strerror(errno);
-      } else {
-        m_data = static_cast<const char*>(mapped);
-        m_size = static_cast<std::size_t>(status.st_size);
-      }
-    }
-    ::close(descriptor);
-    m_ok = m_reason.empty();
-  }
-  ~MappedFile() {
-    if (m_data) munmap(const_cast<char*>(m_data), m_size);
-  }
-  MappedFile(const MappedFile&) = delete;
-  MappedFile& operator=(const MappedFile&) = delete;
 
-  bool ok() const { return m_ok; }
-  const std::string& reason() const { return m_reason; }
-  std::string_view content() const { return m_data ? std::string_view(m_data, m_size) : std::string_view(); }
+bool sameContent(const struct stat& a, const struct stat& b) {
+  return a.st_dev == b.st_dev && a.st_ino == b.st_ino && a.st_size == b.st_size &&
+         a.st_mtim.tv_sec == b.st_mtim.tv_sec && a.st_mtim.tv_nsec == b.st_mtim.tv_nsec;
+}
 
- private:
-  const char* m_data = nullptr;
-  std::size_t m_size = 0;
-  bool m_ok = false;
-  std::string m_reason;
+// A file's bytes, read whole into a buffer that is not cleared first.
+struct FileBytes {
+  std::unique_ptr<char[]> data;
+  std::size_t size = 0;
+  std::string_view view() const { return std::string_view(data.get(), size); }
 };
+
+// Reads a regular file whole into memory; returns why it could not, or an empty text. Anything that is not
+// a regular file is refused before it is opened for reading (opening a FIFO would wait for a writer), and a
+// file that changes while it is read is refused rather than parsed half old and half new.
+std::string readWhole(const std::string& path, FileBytes& content) {
+  struct stat named;
+  if (stat(path.c_str(), &named) != 0) return std::strerror(errno);
+  if (!S_ISREG(named.st_mode)) return "not a regular file";
+  if (static_cast<std::size_t>(named.st_size) > RkXmlReader::kMaxDocumentBytes) {
+    return "document larger than 64 MiB";
+  }
+  const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+  if (descriptor < 0) return std::strerror(errno);
+  struct stat opened, after;
+  std::string reason;
+  if (fstat(descriptor, &opened) != 0 || !S_ISREG(opened.st_mode)) {
+    reason = "not a regular file";
+  } else if (static_cast<std::size_t>(opened.st_size) > RkXmlReader::kMaxDocumentBytes) {
+    reason = "document larger than 64 MiB";
+  } else {
+    // One byte more than the size, to see a file that grows.
+    const std::size_t capacity = static_cast<std::size_t>(opened.st_size) + 1;
+    content.data.reset(new char[capacity]);
+    while (content.size < capacity) {
+      const ssize_t got = read(descriptor, content.data.get() + content.size, capacity - content.size);
+      if (got < 0 && errno == EINTR) continue;
+      if (got < 0) {
+        reason = std::strerror(errno);
+        break;
+      }
+      if (got == 0) break;
+      content.size += static_cast<std::size_t>(got);
+    }
+    if (reason.empty() &&
+        (content.size + 1 != capacity || fstat(descriptor, &after) != 0 || !sameContent(opened, after) ||
+         opened.st_ino != named.st_ino || opened.st_dev != named.st_dev)) {
+      reason = "the file changed while it was read";
+    }
+  }
+  ::close(descriptor);
+  return reason;
+}
+
 }  // namespace
 
 RkBoolean RkXmlReader::readFile(const std::string& path, RkXmlObject& object, ObjectFactory fallback) {
-  const MappedFile file(path);
-  if (!file.ok()) {
-    Rk::Print::write(4, "RkXmlReader::read error: %s:0: %s\n", path.c_str(), file.reason().c_str());
+  FileBytes content;
+  const std::string reason = readWhole(path, content);
+  if (!reason.empty()) {
+    Rk::Print::write(4, "RkXmlReader::read error: %s:0: %s\n", Rk::Print::escaped(path).c_str(),
+                     reason.c_str());
     return false;
   }
-  RkXmlReader reader(file.content(), path, fallback);
+  RkXmlReader reader(content.view(), path, fallback);
   return readRoot(reader, &object, nullptr, nullptr);
 }
 
 RkXmlObject* RkXmlReader::readFileAny(const std::string& path, ObjectFactory factory) {
-  const MappedFile file(path);
-  if (!file.ok()) {
-    Rk::Print::write(4, "RkXmlReader::read error: %s:0: %s\n", path.c_str(), file.reason().c_str());
+  FileBytes content;
+  const std::string reason = readWhole(path, content);
+  if (!reason.empty()) {
+    Rk::Print::write(4, "RkXmlReader::read error: %s:0: %s\n", Rk::Print::escaped(path).c_str(),
+                     reason.c_str());
     return nullptr;
   }
   RkXmlObject* made = nullptr;
   RkBoolean ok = false;
   {
-    RkXmlReader reader(file.content(), path, nullptr);
+    RkXmlReader reader(content.view(), path, nullptr);
     ok = readRoot(reader, nullptr, factory, &made);
   }
   if (!ok) {

@@ -4,6 +4,7 @@
 
 #include "xml/RkXmlObject.h"
 #include "xml/RkXmlTokens.h"
+#include "xml/RkXmlWriter.h"
 
 struct RkXmlSchema::Node {
   std::string name;  // empty for a choice
@@ -34,24 +35,6 @@ namespace {
 
 std::string qualified(const std::string& type) {
   return type.compare(0, 3, "xs:") == 0 ? type : "rk:" + type;
-}
-
-void appendEscaped(std::string& out, const std::string& text) {
-  for (char c : text) {
-    switch (c) {
-      case '&':
-        out += "&amp;";
-        break;
-      case '<':
-        out += "&lt;";
-        break;
-      case '"':
-        out += "&quot;";
-        break;
-      default:
-        out += c;
-    }
-  }
 }
 
 void indent(std::string& out, int depth) {
@@ -192,7 +175,7 @@ void printElement(std::string& out, const Node& node, int depth) {
     return;
   }
   out += "<xs:element name=\"";
-  appendEscaped(out, node.name);
+  RkXmlWriter::appendEscaped(out, node.name, true);
   out += '"';
   out += occurrenceText(node.occurrence);
   if (!node.typeName.empty()) {
@@ -208,7 +191,7 @@ void printElement(std::string& out, const Node& node, int depth) {
     for (const std::string& value : node.content->enumeration) {
       indent(out, depth + 3);
       out += "<xs:enumeration value=\"";
-      appendEscaped(out, value);
+      RkXmlWriter::appendEscaped(out, value, true);
       out += "\"/>\n";
     }
     indent(out, depth + 2);

@@ -154,7 +154,8 @@ class RkXmlVectorType : public RkXmlConcreteClass<RkXmlVectorType<T>, RkXmlObjec
       if (reader.attributeName(i) == RkXml::RkCountToken) {
         expected = std::strtol(reader.attributeValue(i).c_str(), nullptr, 10);
         // The count is only a hint; a forged one must not reserve gigabytes.
-        if (expected > 0) m_elements.reserve(static_cast<std::size_t>(std::min(expected, 4096L)));
+        const std::size_t hinted = static_cast<std::size_t>(std::clamp(expected, 0L, 4096L));
+        if (hinted > 0 && reader.charge(hinted * sizeof(T))) m_elements.reserve(hinted);
       }
     }
     if (reader.nodeKind() == RkXmlNodeKind::EmptyElement) return result;
@@ -163,7 +164,7 @@ class RkXmlVectorType : public RkXmlConcreteClass<RkXmlVectorType<T>, RkXmlObjec
     while (kind == RkXmlNodeKind::StartElement || kind == RkXmlNodeKind::EmptyElement) {
       if (reader.tag() == RkXml::RkGroupToken) {
         if (kind == RkXmlNodeKind::StartElement && reader.enterDataMode()) {
-          while (reader.moreData()) {
+          while (reader.moreData() && makeRoom(reader)) {
             const std::size_t taken = reader.dataItemsTaken();
             m_elements.emplace_back();
             m_elements.back().read(reader);
@@ -174,7 +175,7 @@ class RkXmlVectorType : public RkXmlConcreteClass<RkXmlVectorType<T>, RkXmlObjec
         } else if (!reader.failed()) {
           Rk::Print::write(4, "RkXmlVectorType Error: XML parser should be in data mode\n");
         }
-      } else {
+      } else if (makeRoom(reader)) {
         m_elements.emplace_back();
         m_elements.back().read(reader);
       }
@@ -205,6 +206,11 @@ class RkXmlVectorType : public RkXmlConcreteClass<RkXmlVectorType<T>, RkXmlObjec
   }
 
  private:
+  // Room for one more element, its growth counted against the reader's memory cap.
+  bool makeRoom(RkXmlReader& reader) {
+    if (m_elements.size() < m_elements.capacity()) return true;
+    return reader.charge(std::max<std::size_t>(1, 2 * m_elements.capacity()) * sizeof(T));
+  }
   void writeCount(RkXmlWriter& writer) const {
     std::string& text = writer.scratch();
     text.clear();

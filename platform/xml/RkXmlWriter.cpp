@@ -12,7 +12,9 @@ namespace {
 
 const char kDeclaration[] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
 
-void appendEscaped(std::string& out, std::string_view text, bool attribute) {
+}  // namespace
+
+void RkXmlWriter::appendEscaped(std::string& out, std::string_view text, bool attribute) {
   for (char c : text) {
     switch (c) {
       case '&':
@@ -41,8 +43,6 @@ void appendEscaped(std::string& out, std::string_view text, bool attribute) {
     }
   }
 }
-
-}  // namespace
 
 RkXmlWriter::RkXmlWriter() : m_name("(string)"), m_stream(nullptr), m_streamFailed(false) {
   m_buffer += kDeclaration;

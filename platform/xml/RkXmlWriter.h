@@ -35,6 +35,10 @@ class RkXmlWriter {
   // A buffer for formatting one value, reused to avoid allocation.
   std::string& scratch() { return m_scratch; }
 
+  // Appends text escaped as character data, or as an attribute value in double quotes (which also keeps
+  // tabs and line feeds, that attribute values would otherwise lose). The one escaping of the framework.
+  static void appendEscaped(std::string& out, std::string_view text, bool attribute);
+
   // Writes object as a whole document, its root element named by its token.
   static RkBoolean writeString(const RkXmlObject& object, std::string& document);
   // As writeString, into a file; one line names the file and the problem on failure.

@@ -76,12 +76,20 @@ TEST(RkPrint, verbosity_filters_and_capture_records_levels) {
   Rk::Print::setVerbosity(5);
   Rk::Print::write(7, "debug %d\n", 1);
   Rk::Print::write(4, "error %s %u\n", "x", 3u);
+  // Texts too long for the buffer are cut visibly, keep their line feed and never split a character.
   Rk::Print::writeFrom("void f()", 5, "%s", std::string(2000, 'a').c_str());
+  Rk::Print::write(4, "%s: %s\n", "long", std::string(3000, 'b').c_str());
+  std::string accents;
+  for (int i = 0; i < 700; ++i) accents += "\xC3\xA9";
+  Rk::Print::write(4, "%s\n", accents.c_str());
   Rk::Print::setSink(nullptr, nullptr);
   Rk::Print::setVerbosity(previous);
-  ASSERT_EQ(seen.size(), 2u);
+  ASSERT_EQ(seen.size(), 4u);
   EXPECT_EQ(seen[0], std::make_pair(4, std::string("error x 3\n")));
-  EXPECT_EQ(seen[1].second.size(), 1023u);
+  const std::string ellipsis = "\xE2\x80\xA6";
+  EXPECT_EQ(seen[1].second, std::string(1019, 'a') + ellipsis);
+  EXPECT_EQ(seen[2].second, "long: " + std::string(1013, 'b') + ellipsis + "\n");
+  EXPECT_EQ(seen[3].second, accents.substr(0, 1018) + ellipsis + "\n");
 
   Rk::Print::Capture capture;
   Rk::Print::write(7, "seen at any verbosity\n");

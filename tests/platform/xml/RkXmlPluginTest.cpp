@@ -1,10 +1,13 @@
 // Plug-in libraries named by a document: loaded only by bare name, only from a directory of
-// RK_PLUGIN_PATH, and only when no one but their owner may change them. The test plug-in, once loaded,
+// RK_PLUGIN_PATH, and only when the library and its directory belong to root or the running user and no
+// one else may change them. The test plug-in, once loaded,
 // adds RkTestTriangle to the family of RkTestShapeContainer.
 #include <gtest/gtest.h>
 #include <stdlib.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <cstdio>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -111,9 +114,35 @@ TEST(RkXmlPlugin,
     expectRefused(kPluginName, "resolves outside");
   }
   {
+    // The directory the library stands in must be as safe as the library: no one else may write to it.
+    PluginPath set(copies.c_str());
+    std::filesystem::remove(copy);
+    std::filesystem::copy_file(pluginPath, copy);
+    ASSERT_EQ(chmod(copy.c_str(), 0755), 0);
+    for (const mode_t mode : {01777, 0777, 0770}) {
+      SCOPED_TRACE(mode);
+      ASSERT_EQ(chmod(copies.c_str(), mode), 0);
+      expectRefused(kPluginName, "is group- or world-writable; \"" + kPluginName + "\" not loaded");
+    }
+    ASSERT_EQ(chmod(copies.c_str(), 0700), 0);
+    // Owned by another user, the library or its directory: only root can hand them over.
+    if (geteuid() == 0) {
+      for (const std::string& path : {copy, copies}) {
+        SCOPED_TRACE(path);
+        ASSERT_EQ(chown(path.c_str(), 65534, 65534), 0);
+        expectRefused(kPluginName, "owned by neither root nor the running user");
+        ASSERT_EQ(chown(path.c_str(), 0, 0), 0);
+      }
+    } else {
+      std::printf("  (not root: the other-owner cases are not run)\n");
+    }
+  }
+  {
     PluginPath set((copies + "/missing:" + copies).c_str());
     std::filesystem::remove(copy);
     expectRefused(kPluginName, "is in no directory of RK_PLUGIN_PATH");
+    // A name read from the document is quoted with its control characters escaped.
+    expectRefused("\"lib\\nforged.so\"", "\"lib\\nforged.so\" is in no directory");
   }
   std::filesystem::remove_all(copies);
 

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "foundation/RkPrint.h"
+#include "platform/xml/RkXmlReaderChecks.h"
 #include "platform/xml/RkXmlTestObjects.h"
 #include "xml/RkXmlReader.h"
 #include "xml/RkXmlWriter.h"
@@ -24,54 +25,6 @@ const std::string kNamespace = "http://rkmanipulation.org/namespace/ct#";
 const std::string kDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
 const std::string kRootOpen = "<testHolder xmlns=\"" + kNamespace + "\">";
 const std::string kRootClose = "</testHolder>\n";
-
-// Checks the one line a refused document prints: level 4, "RkXmlReader::read error: NAME:LINE: REASON\n".
-// A line of 0 accepts any positive line; the reason must contain reasonPart.
-::testing::AssertionResult refusedOnce(const Rk::Print::Capture& capture, const std::string& name,
-                                       int line = 0, const std::string& reasonPart = "") {
-  const auto& lines = capture.lines();
-  if (lines.size() != 1)
-    return ::testing::AssertionFailure() << lines.size() << " lines:\n" << capture.text();
-  const std::string& text = lines[0].text;
-  const std::string prefix = "RkXmlReader::read error: " + name + ":";
-  if (lines[0].level != 4) return ::testing::AssertionFailure() << "level " << lines[0].level << ": " << text;
-  if (text.compare(0, prefix.size(), prefix) != 0 || text.back() != '\n' ||
-      text.find('\n') != text.size() - 1) {
-    return ::testing::AssertionFailure() << "not one line naming " << name << ": " << text;
-  }
-  std::size_t end = prefix.size();
-  while (end < text.size() && std::isdigit(static_cast<unsigned char>(text[end]))) ++end;
-  const int named = end > prefix.size() ? std::stoi(text.substr(prefix.size(), end - prefix.size())) : -1;
-  if (named <= 0 || (line > 0 && named != line)) {
-    return ::testing::AssertionFailure() << "expected line " << line << ": " << text;
-  }
-  const std::string reason = text.substr(end);
-  if (reason.size() < 4 || reason.compare(0, 2, ": ") != 0 || reason.find(reasonPart) == std::string::npos) {
-    return ::testing::AssertionFailure() << "expected a reason with \"" << reasonPart << "\": " << text;
-  }
-  return ::testing::AssertionSuccess();
-}
-
-// A private directory under the system's temporary directory, removed with everything in it.
-class TemporaryDirectory {
- public:
-  TemporaryDirectory() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "rkXmlBadInputXXXXXX").string();
-    if (mkdtemp(pattern.data())) m_path = pattern;
-  }
-  ~TemporaryDirectory() {
-    std::error_code ignored;
-    if (!m_path.empty()) std::filesystem::remove_all(m_path, ignored);
-  }
-  std::string file(const std::string& name, const std::string& content) const {
-    const std::string path = m_path + "/" + name;
-    std::ofstream(path, std::ios::binary) << content;
-    return path;
-  }
-
- private:
-  std::string m_path;
-};
 
 // What libxml2 itself, with no limits of ours, makes of the bytes.
 bool wellFormed(const std::string& document) {
@@ -192,10 +145,11 @@ TEST(RkXmlReaderBadInput, external_entities_and_inclusions_never_bring_a_file_in
   }
 }
 
-TEST(RkXmlReaderBadInput, five_thousand_nested_elements_are_refused_with_one_line) {
-  // The element at depth 129 stands on line 131.
+TEST(RkXmlReaderBadInput, nesting_deeper_than_128_levels_is_refused_with_one_line_and_128_levels_read) {
+  // The root is level 1 on line 2; the element at level 129 stands on line 130.
   const std::string documents[] = {
       kDeclaration + kRootOpen + "\n" + nested(5000) + kRootClose,
+      kDeclaration + kRootOpen + "\n" + nested(128) + kRootClose,
       kDeclaration + kRootOpen + "\n<title>\n" + nested(4999) + "</title>" + kRootClose,
       kDeclaration + kRootOpen + "\n<nested count=\"1\">\n" + nested(4999) + "</nested>" + kRootClose,
   };
@@ -204,8 +158,13 @@ TEST(RkXmlReaderBadInput, five_thousand_nested_elements_are_refused_with_one_lin
     Rk::Print::Capture capture;
     RkTestHolder holder;
     EXPECT_FALSE(RkXmlReader::readString(document, holder, "deep.xml"));
-    EXPECT_TRUE(refusedOnce(capture, "deep.xml", 131, "128"));
+    EXPECT_TRUE(refusedOnce(capture, "deep.xml", 130, "deeper than 128 levels"));
   }
+  Rk::Print::Capture capture;
+  RkTestHolder holder;
+  EXPECT_TRUE(RkXmlReader::readString(kDeclaration + kRootOpen + "\n" + nested(127) + kRootClose, holder));
+  EXPECT_EQ(capture.text(),
+            "RkXmlReader::read error: (string):3: unknown element \"a\" in \"testHolder\" skipped\n");
 }
 
 TEST(RkXmlReaderBadInput, a_60_MB_text_node_is_refused_from_memory_and_from_a_file) {

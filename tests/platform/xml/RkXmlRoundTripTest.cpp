@@ -1,9 +1,13 @@
 // Round trips of awkward values and deeply nested containers, and the schema written for them.
 #include <gtest/gtest.h>
+#include <libxml/parser.h>
+#include <libxml/tree.h>
 #include <libxml/xmlschemas.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <vector>
 
 #include "common/RkCoordinateSystemTransformation.h"
 #include "common/RkDataMap.h"
@@ -14,6 +18,7 @@
 #include "xml/RkXmlMapType.h"
 #include "xml/RkXmlSchema.h"
 #include "xml/RkXmlVectorType.h"
+#include "xml/RkXmlWriter.h"
 
 namespace {
 
@@ -144,7 +149,7 @@ TEST(RkXmlRoundTrip, basic_values_accept_alternative_spellings_and_refuse_garbag
   EXPECT_EQ(real.value(), 2500.0);
   ASSERT_EQ(capture.lines().size(), 1u);
   EXPECT_EQ(capture.lines()[0].text,
-            "RkXmlReader::read error: value.xml:1: \"\n2.5 m\" is not a real number\n");
+            "RkXmlReader::read error: value.xml:1: \"\\n2.5 m\" is not a real number\n");
 }
 
 TEST(RkXmlSchema, documents_written_for_a_sample_object_validate_against_its_schema) {
@@ -174,4 +179,47 @@ TEST(RkXmlSchema, documents_written_for_a_sample_object_validate_against_its_sch
   xmlSchemaFreeValidCtxt(validator);
   xmlSchemaFree(schema);
   xmlSchemaFreeParserCtxt(parser);
+}
+
+namespace {
+// The values of the attributes called name of every element called element below node, in document order.
+void attributesBelow(xmlNodePtr node, const char* element, const char* name,
+                     std::vector<std::string>& values) {
+  for (; node; node = node->next) {
+    if (node->type != XML_ELEMENT_NODE) continue;
+    if (xmlStrEqual(node->name, BAD_CAST element)) {
+      xmlChar* value = xmlGetProp(node, BAD_CAST name);
+      values.push_back(value ? reinterpret_cast<const char*>(value) : "");
+      xmlFree(value);
+    }
+    attributesBelow(node->children, element, name, values);
+  }
+}
+}  // namespace
+
+TEST(RkXmlWriter, text_attributes_and_schema_values_escape_alike_and_parse_back_unchanged) {
+  const std::string awkward = "a&b<c>d\"e'f\tg\nh\ri]]>j";
+  std::string data, attribute;
+  RkXmlWriter::appendEscaped(data, awkward, false);
+  RkXmlWriter::appendEscaped(attribute, awkward, true);
+  const std::string document = "<r a=\"" + attribute + "\">" + data + "</r>";
+  xmlDocPtr parsed = xmlReadMemory(document.data(), static_cast<int>(document.size()), nullptr, nullptr, 0);
+  ASSERT_NE(parsed, nullptr) << document;
+  xmlChar* text = xmlNodeGetContent(xmlDocGetRootElement(parsed));
+  EXPECT_EQ(reinterpret_cast<const char*>(text), awkward);
+  xmlFree(text);
+  std::vector<std::string> values;
+  attributesBelow(parsed->children, "r", "a", values);
+  EXPECT_EQ(values, std::vector<std::string>{awkward});
+  xmlFreeDoc(parsed);
+
+  // The schema quotes an enumeration's names with the same escaping.
+  const RkXmlEnumType<int> setting(0, {{0, RkToken(awkward)}});
+  const std::string xsd = RkXmlSchema::writeString(setting);
+  parsed = xmlReadMemory(xsd.data(), static_cast<int>(xsd.size()), nullptr, nullptr, 0);
+  ASSERT_NE(parsed, nullptr) << xsd;
+  values.clear();
+  attributesBelow(parsed->children, "enumeration", "value", values);
+  EXPECT_NE(std::find(values.begin(), values.end(), awkward), values.end()) << xsd;
+  xmlFreeDoc(parsed);
 }
