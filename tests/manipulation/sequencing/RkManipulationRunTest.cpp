@@ -110,22 +110,11 @@ TEST(RkManipulationRun, steady_state_cycles_allocate_nothing) {
   manager.setSequenceOrder(orderOf({"ten"}));
   RkManipulationSequenceManagerState state;
   ASSERT_TRUE(manager.init(state));
-  RkManipulationUpdateParams params;
-  long steadyCycles = 0, steadyAllocations = 0;
-  for (int cycle = 0; cycle < 1000; ++cycle) {
-    RkAllocationCounter::start();
-    const RkManipulationStatus::Enum status = manager.update(0.001 * cycle, params, state);
-    const long allocations = RkAllocationCounter::stop();
-    if (status == RkManipulationStatus::InProgress) {
-      ++steadyCycles;
-      steadyAllocations += allocations;
-    }
-    if (status == RkManipulationStatus::Complete) break;
-  }
+  const RkSteadyCycles steady = runCountingAllocations(manager, state, 1000);
   // The counter itself sees allocations, so a zero below means something.
   RkAllocationCounter::start();
   const std::string probe(100, 'x');
   EXPECT_GT(RkAllocationCounter::stop(), 0);
-  EXPECT_GT(steadyCycles, 150);
-  EXPECT_EQ(steadyAllocations, 0);
+  EXPECT_GT(steady.cycles, 150);
+  EXPECT_EQ(steady.allocations, 0);
 }

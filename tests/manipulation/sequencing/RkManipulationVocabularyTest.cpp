@@ -7,7 +7,6 @@
 #include <memory>
 #include <string>
 
-#include "manipulation/support/RkAllocationCounter.h"
 #include "manipulation/support/RkManipulationTestTasks.h"
 #include "sequencing/RkManipulationVocabulary.h"
 #include "xml/RkXmlReader.h"
@@ -110,20 +109,10 @@ TEST(RkManipulationVocabulary, every_frame_offset_and_event_kind_runs_steady_cyc
     manager.setSequenceOrder(orderOf({"only"}));
     RkManipulationSequenceManagerState state;
     ASSERT_TRUE(manager.init(state)) << name;
-    RkManipulationUpdateParams params;
-    long steadyCycles = 0, steadyAllocations = 0;
-    for (int cycle = 0; cycle < 200; ++cycle) {
-      RkAllocationCounter::start();
-      const RkManipulationStatus::Enum status = manager.update(0.001 * cycle, params, state);
-      const long allocations = RkAllocationCounter::stop();
-      ASSERT_NE(status, RkManipulationStatus::Failure) << name << " fails by default: give it a sample";
-      if (status == RkManipulationStatus::InProgress) {
-        ++steadyCycles;
-        steadyAllocations += allocations;
-      }
-    }
-    EXPECT_GT(steadyCycles, 100) << name;
-    EXPECT_EQ(steadyAllocations, 0) << name;
+    const RkSteadyCycles steady = runCountingAllocations(manager, state, 200);
+    ASSERT_NE(steady.last, RkManipulationStatus::Failure) << name << " fails by default: give it a sample";
+    EXPECT_GT(steady.cycles, 100) << name;
+    EXPECT_EQ(steady.allocations, 0) << name;
   }
   EXPECT_GE(kinds, 3);
 }

@@ -7,6 +7,7 @@
 #include "events/RkManipulationFrameTransitionEventStateContainer.h"
 #include "events/RkManipulationTimeDurationTransitionEvent.h"
 #include "frames/RkStandardManipulationFrame.h"
+#include "manipulation/support/RkAllocationCounter.h"
 #include "offsets/RkConstantManipulationOffset.h"
 #include "sequencing/RkManipulationSequenceManager.h"
 #include "xml/RkXmlTokens.h"
@@ -104,4 +105,30 @@ inline RkManipulationSequenceManager::SequenceOrder orderOf(std::initializer_lis
   RkManipulationSequenceManager::SequenceOrder order;
   for (const char* name : names) order.pushBack(RkXmlBasicType<std::string>(name));
   return order;
+}
+
+// What a run made in its steady cycles (those that returned InProgress), and how it ended.
+struct RkSteadyCycles {
+  long cycles = 0;
+  long allocations = 0;
+  RkManipulationStatus::Enum last = RkManipulationStatus::InProgress;
+};
+
+// Updates an initialised manager every millisecond until Complete, Failure or cycles updates, counting
+// the allocations of its steady cycles.
+inline RkSteadyCycles runCountingAllocations(const RkManipulationSequenceManager& manager,
+                                             RkManipulationSequenceManagerState& state, int cycles) {
+  RkSteadyCycles steady;
+  RkManipulationUpdateParams params;
+  for (int cycle = 0; cycle < cycles; ++cycle) {
+    RkAllocationCounter::start();
+    steady.last = manager.update(0.001 * cycle, params, state);
+    const long allocations = RkAllocationCounter::stop();
+    if (steady.last == RkManipulationStatus::InProgress) {
+      ++steady.cycles;
+      steady.allocations += allocations;
+    }
+    if (steady.last == RkManipulationStatus::Complete || steady.last == RkManipulationStatus::Failure) break;
+  }
+  return steady;
 }
