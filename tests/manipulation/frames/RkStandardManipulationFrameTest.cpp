@@ -1,60 +1,14 @@
 // The standard frame: status folding over offsets and event, its failure lines and end-effector set choice.
 #include <gtest/gtest.h>
 
-#include "control/RkEndEffectorSet.h"
-#include "control/RkManipulatorController.h"
 #include "control/RkPointEndEffector.h"
-#include "control/RkPositionControlSystem.h"
 #include "foundation/RkPrint.h"
+#include "manipulation/support/RkFakeControlSystem.h"
 #include "manipulation/support/RkManipulationTestTasks.h"
 #include "offsets/RkConstantManipulationOffsetState.h"
 #include "offsets/RkManipulationOffsetKind.h"
 
 namespace {
-
-// A controller with two end-effector sets, the second active.
-class TwoSetController : public RkManipulatorController {
- public:
-  TwoSetController() {
-    for (int i = 0; i < 2; ++i) {
-      RkEndEffectorSet set;
-      RkPointEndEffector point;
-      point.setLinkIdentifier("link" + std::to_string(i));
-      set.add(point);
-      m_sets.pushBack(set);
-    }
-  }
-  const RkXmlVectorType<RkEndEffectorSet>& endEffectorSets() const override { return m_sets; }
-  RkU32 activeEndEffectorSetIndex() const override { return 1; }
-  RkBoolean actualPlacements(const RkXmlVectorType<RkXmlBasicType<RkU32>>&,
-                             RkXmlVectorType<RkCoordinateSystemTransformation>&) const override {
-    return false;
-  }
-  RkBoolean endEffectorVelocity(RkU32, RkVector&, RkVector&) const override { return false; }
-  RkBoolean mayKeepConverging(RkU32) const override { return true; }
-  void notifyPlacementAchieved(RkU32) override {}
-  void notifyGoalReached(RkU32) override {}
-
- private:
-  RkXmlVectorType<RkEndEffectorSet> m_sets;
-};
-
-class OneControllerSystem : public RkPositionControlSystem {
- public:
-  RkU32 manipulatorControllerCount() const override { return 1; }
-  RkManipulatorController* manipulatorController(RkU32 index) override {
-    return index == 0 ? &m_controller : nullptr;
-  }
-  const RkXmlVectorType<RkManipulatorEndEffectorPlacement>& currentEndEffectorPlacements() const override {
-    return m_placements;
-  }
-  RkBoolean actualPlacement(RkU32, RkU32, RkCoordinateSystemTransformation&) const override { return false; }
-  RkReal lookAheadTime() const override { return 0.0; }
-
- private:
-  TwoSetController m_controller;
-  RkXmlVectorType<RkManipulatorEndEffectorPlacement> m_placements;
-};
 
 const RkToken RkClockOffsetStateToken = RkXml::qualifiedToken("clockOffsetState");
 const RkToken RkClockOffsetToken = RkXml::qualifiedToken("clockOffset");
@@ -215,15 +169,22 @@ TEST(RkStandardManipulationFrame, replacing_an_offset_keeps_the_goal_where_the_o
 }
 
 TEST(RkStandardManipulationFrame, end_effector_set_follows_the_index_or_the_controller_and_never_fails) {
-  OneControllerSystem system;
+  // Two sets of one end effector each, the second active.
+  RkFakeControlSystem system(1);
+  RkEndEffectorSet second;
+  RkPointEndEffector point;
+  point.setLinkIdentifier("tool1");
+  second.add(point);
+  system.controller.sets.pushBack(second);
+  system.controller.activeSet = 1;
   TaskRun run;
   run.params.positionControlSystem = &system;
   RkStandardManipulationFrame frame = standardFrame("f", {}, RkCountdownEvent(0));
   const RkStandardManipulationFrameState state;
   frame.setActiveEndEffectorSet(0);
-  EXPECT_EQ(frame.endEffectorSet(run.params, state).endEffector(0)->linkIdentifier(), "link0");
+  EXPECT_EQ(frame.endEffectorSet(run.params, state).endEffector(0)->linkIdentifier(), "tool0");
   frame.setActiveEndEffectorSet(RkStandardManipulationFrame::kControllerActiveSet);
-  EXPECT_EQ(frame.endEffectorSet(run.params, state).endEffector(0)->linkIdentifier(), "link1");
+  EXPECT_EQ(frame.endEffectorSet(run.params, state).endEffector(0)->linkIdentifier(), "tool1");
   frame.setActiveEndEffectorSet(2);
   EXPECT_EQ(&frame.endEffectorSet(run.params, state), &RkEndEffectorSet::nullObject());
   run.params.controllerIndex = 5;
