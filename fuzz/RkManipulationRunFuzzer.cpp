@@ -8,85 +8,26 @@
 #include <string>
 #include <string_view>
 
-#include "control/RkManipulatorController.h"
-#include "control/RkPointEndEffector.h"
-#include "control/RkPositionControlSystem.h"
 #include "foundation/RkPrint.h"
+#include "manipulation/support/RkFakeControlSystem.h"
 #include "sequencing/RkManipulationSequenceManager.h"
 #include "xml/RkXmlReader.h"
 #include "xml/RkXmlWriter.h"
 
 namespace {
 
-// One manipulator with one set of two point end effectors that stand still where the fake says.
-class FakeController : public RkManipulatorController {
- public:
-  FakeController() {
-    RkEndEffectorSet set;
-    for (const char* link : {"tool0", "tool1"}) {
-      RkPointEndEffector point;
-      point.setLinkIdentifier(link);
-      set.add(point);
-    }
-    m_sets.pushBack(set);
-  }
-  const RkXmlVectorType<RkEndEffectorSet>& endEffectorSets() const override { return m_sets; }
-  RkU32 activeEndEffectorSetIndex() const override { return 0; }
-  RkBoolean actualPlacements(const RkXmlVectorType<RkXmlBasicType<RkU32>>& indices,
-                             RkXmlVectorType<RkCoordinateSystemTransformation>& out) const override {
-    out.clear();
-    for (RkU32 i = 0; i < indices.size(); ++i) {
-      if (indices[i].value() > 1) return false;
-      out.pushBack(placement(indices[i].value()));
-    }
-    return true;
-  }
-  RkBoolean endEffectorVelocity(RkU32 index, RkVector& linear, RkVector& angular) const override {
-    if (index > 1) return false;
-    linear = RkVector(0, 0, 0);
-    angular = RkVector(0, 0, 0);
-    return true;
-  }
-  RkBoolean mayKeepConverging(RkU32 index) const override { return index <= 1; }
-  void notifyPlacementAchieved(RkU32) override {}
-  void notifyGoalReached(RkU32) override {}
-
-  static RkCoordinateSystemTransformation placement(RkU32 index) {
-    return RkCoordinateSystemTransformation(RkVector(0.4, 0.1 * index, 0.3), RkOrientation());
-  }
-
- private:
-  RkXmlVectorType<RkEndEffectorSet> m_sets;
-};
-
-class FakeSystem : public RkPositionControlSystem {
- public:
-  RkU32 manipulatorControllerCount() const override { return 1; }
-  RkManipulatorController* manipulatorController(RkU32 index) override {
-    return index == 0 ? &m_controller : nullptr;
-  }
-  const RkXmlVectorType<RkManipulatorEndEffectorPlacement>& currentEndEffectorPlacements() const override {
-    return m_placements;
-  }
-  RkBoolean actualPlacement(RkU32 manipulator, RkU32 endEffector,
-                            RkCoordinateSystemTransformation& placement) const override {
-    if (manipulator != 0 || endEffector > 1) return false;
-    placement = FakeController::placement(endEffector);
-    return true;
-  }
-  RkReal lookAheadTime() const override { return 0.0; }
-
- private:
-  FakeController m_controller;
-  RkXmlVectorType<RkManipulatorEndEffectorPlacement> m_placements;
-};
-
-// One run of a task: its own fake system, parameters and state.
+// One run of a task: its own fake system (two point end effectors standing still), parameters and state.
 struct Run {
-  FakeSystem system;
+  RkFakeControlSystem system;
   RkManipulationUpdateParams params;
   RkManipulationSequenceManagerState state;
-  Run() { params.positionControlSystem = &system; }
+  Run() {
+    for (RkU32 i = 0; i < 2; ++i) {
+      system.controller.actual[i] =
+          RkCoordinateSystemTransformation(RkVector(0.4, 0.1 * i, 0.3), RkOrientation());
+    }
+    params = system.params();
+  }
 };
 
 std::string written(const RkXmlObject& object) {
