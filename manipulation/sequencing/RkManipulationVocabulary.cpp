@@ -1,6 +1,7 @@
 #include "sequencing/RkManipulationVocabulary.h"
 
 #include "sequencing/RkManipulationActionContainer.h"
+#include "sequencing/RkManipulationActionDirectory.h"
 #include "sequencing/RkManipulationSequenceManager.h"
 
 void RkManipulationVocabulary::addDocuments(RkXmlSchema& schema) {
@@ -8,4 +9,5 @@ void RkManipulationVocabulary::addDocuments(RkXmlSchema& schema) {
   schema.addRoot(RkManipulationSequenceManagerState());
   // Actions of every kind, as the action containers hold them.
   schema.addRoot(RkManipulationActionContainer());
+  schema.addRoot(RkManipulationActionDirectory());
 }

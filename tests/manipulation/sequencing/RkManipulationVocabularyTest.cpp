@@ -77,7 +77,8 @@ TEST(RkManipulationVocabulary, every_class_the_documents_can_hold_reads_back_equ
   for (const char* name :
        {"manipulationSequence", "manipulationSequenceState", "standardManipulationFrame",
         "standardManipulationFrameState", "constantManipulationOffset", "constantManipulationOffsetState",
-        "timeDurationTransitionEvent", "timeDurationTransitionEventState", "manipulationActionContainer"}) {
+        "timeDurationTransitionEvent", "timeDurationTransitionEventState", "manipulationActionContainer",
+        "manipulationActionDirectory"}) {
     EXPECT_TRUE(met[name]) << name << " is not reached from the library's documents";
   }
   // Every creator of every container met made a class that was met too.

@@ -1,0 +1,7 @@
+#include "waypoints/RkWaypointInterpolatorContainer.h"
+
+#include "waypoints/RkBezierInterpolator.h"
+
+void RkWaypointInterpolatorContainer::registerComponentCreators() {
+  registerComponentCreator(RkBezierInterpolator::classToken(), &RkBezierInterpolator::creator);
+}
