@@ -52,7 +52,10 @@ RkBoolean RkFrameRelativeManipulationOffset::calculatePrimaryFrame(
   // The first end effector on the same link, from index 0 up.
   const RkEndEffectorSet& referenceSet = referenceFrame->endEffectorSet(params, *referenceState);
   RkU32 k = 0;
-  while (k < referenceSet.size() && referenceSet.endEffector(k)->linkIdentifier() != link) ++k;
+  for (; k < referenceSet.size(); ++k) {
+    const RkEndEffector* candidate = referenceSet.endEffector(k);
+    if (candidate && candidate->linkIdentifier() == link) break;
+  }
   if (k == referenceSet.size()) {
     Rk::Print::write(
         4,
