@@ -11,14 +11,10 @@ RkLinkRelativeManipulationOffset::RkLinkRelativeManipulationOffset()
 RkBoolean RkLinkRelativeManipulationOffset::calculatePrimaryFrame(
     const RkManipulationUpdateParams& params, const RkManipulationSequence&, RkU32, RkU32,
     RkCoordinateSystemTransformation& primaryFrame) const {
-  const RkIndividualManipulator* manipulator = nullptr;
   const RkPositionState* positionState = nullptr;
-  if (!selectedManipulator("RkLinkRelativeManipulationOffset::calculatePrimaryFrame", params, manipulator,
-                           positionState)) {
-    return false;
-  }
-  // Made afresh every cycle: the active state only refers to the stated system's position state and
-  // computes the link's frame on demand, so it allocates nothing and nothing outlives the call.
+  const RkIndividualManipulator* manipulator =
+      selectedManipulator("RkLinkRelativeManipulationOffset::calculatePrimaryFrame", params, positionState);
+  if (!manipulator) return false;
   RkManipulatorActivePositionState active(*manipulator);
   active.setPositionState(*positionState);
   if (linkIdentifier().empty()) {
@@ -36,13 +32,6 @@ RkBoolean RkLinkRelativeManipulationOffset::calculatePrimaryFrame(
   }
   return linkFrameType() != PrimaryFrame ? link->dhFrame(active, primaryFrame)
                                          : link->primaryFrame(active, primaryFrame);
-}
-
-RkBoolean RkLinkRelativeManipulationOffset::primaryFrame(
-    const Context& context, const RkManipulationOffsetState&,
-    RkCoordinateSystemTransformation& primaryFrame) const {
-  return calculatePrimaryFrame(context.params, context.sequence, context.frameIndex, context.endEffectorIndex,
-                               primaryFrame);
 }
 
 void RkLinkRelativeManipulationOffset::reportInvalidManipulationFrame(const std::string& problem) const {

@@ -35,9 +35,7 @@ class RkLinkRelativeManipulationOffset
                                           RkU32 endEffectorIndex,
                                           RkCoordinateSystemTransformation& primaryFrame) const;
 
-  // Hooks of the relative kinds.
-  RkBoolean primaryFrame(const Context& context, const RkManipulationOffsetState& state,
-                         RkCoordinateSystemTransformation& primaryFrame) const;
+  // Hook of the relative kinds.
   void reportInvalidManipulationFrame(const std::string& problem) const;
 
  protected:

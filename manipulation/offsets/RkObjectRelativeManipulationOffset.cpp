@@ -7,25 +7,14 @@
 RkBoolean RkObjectRelativeManipulationOffset::calculatePrimaryFrame(
     const RkManipulationUpdateParams& params, const RkManipulationSequence&, RkU32, RkU32,
     RkCoordinateSystemTransformation& primaryFrame) const {
-  const RkIndividualManipulator* manipulator = nullptr;
   const RkPositionState* positionState = nullptr;
-  if (!selectedManipulator("RkObjectRelativeManipulationOffset::calculatePrimaryFrame", params, manipulator,
-                           positionState)) {
-    return false;
-  }
-  // Made afresh every cycle: the active state only refers to the stated system's position state, so it
-  // allocates nothing and nothing outlives the call.
+  const RkIndividualManipulator* manipulator =
+      selectedManipulator("RkObjectRelativeManipulationOffset::calculatePrimaryFrame", params, positionState);
+  if (!manipulator) return false;
   RkManipulatorActivePositionState active(*manipulator);
   active.setPositionState(*positionState);
   primaryFrame = manipulator->manipulatorFrame(active);
   return true;
-}
-
-RkBoolean RkObjectRelativeManipulationOffset::primaryFrame(
-    const Context& context, const RkManipulationOffsetState&,
-    RkCoordinateSystemTransformation& primaryFrame) const {
-  return calculatePrimaryFrame(context.params, context.sequence, context.frameIndex, context.endEffectorIndex,
-                               primaryFrame);
 }
 
 void RkObjectRelativeManipulationOffset::reportInvalidManipulationFrame(const std::string& problem) const {

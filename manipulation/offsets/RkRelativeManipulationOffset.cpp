@@ -143,18 +143,15 @@ RkCoordinateSystemTransformation RkRelativeManipulationOffset::relativeOffsetFor
   return calculateManipulationFrame(primaryFrame).inverse() * goal;
 }
 
-RkBoolean RkRelativeManipulationOffset::selectedManipulator(const char* caller,
-                                                            const RkManipulationUpdateParams& params,
-                                                            const RkIndividualManipulator*& manipulator,
-                                                            const RkPositionState*& positionState) {
+const RkIndividualManipulator* RkRelativeManipulationOffset::selectedManipulator(
+    const char* caller, const RkManipulationUpdateParams& params, const RkPositionState*& positionState) {
   const RkStatedSystem* system = params.statedSystem;
   const RkU32 index = params.manipulatorIndex;
   if (!system || index >= system->manipulators().size() || index >= system->positionStates().size()) {
     Rk::Print::write(4, "%s no manipulator with a position state at index %u in the stated system.\n", caller,
                      index);
-    return false;
+    return nullptr;
   }
-  manipulator = &system->manipulators()[index];
   positionState = &system->positionStates()[index];
-  return true;
+  return &system->manipulators()[index];
 }

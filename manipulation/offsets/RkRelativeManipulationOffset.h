@@ -72,11 +72,13 @@ class RkRelativeManipulationOffset : public RkManipulationOffset {
 
  protected:
   void registerComponents() override;
-  // The manipulator the update parameters select and its position state. False, with one line naming
-  // caller, when the stated system has none at the manipulator index. Real-time safe.
-  static RkBoolean selectedManipulator(const char* caller, const RkManipulationUpdateParams& params,
-                                       const RkIndividualManipulator*& manipulator,
-                                       const RkPositionState*& positionState);
+  // The manipulator the update parameters select, with its position state; null, with one line naming
+  // caller, when the stated system has none at the manipulator index. Real-time safe. The kinds that follow
+  // the arm apply the state to an active position state made afresh every cycle: it only refers to the
+  // state and computes frames on demand, so it allocates nothing and nothing is kept between cycles.
+  static const RkIndividualManipulator* selectedManipulator(const char* caller,
+                                                            const RkManipulationUpdateParams& params,
+                                                            const RkPositionState*& positionState);
 
  private:
   void setSource(int axis, RkU32 source);

@@ -1,8 +1,9 @@
 #pragma once
 // What the relative offset kinds share, written once: Derived, whose state class is State and element name
 // Token, gets init (refusing an unusable manipulation frame), an update that recomputes the goal, the goal
-// computed afresh, its inverse, and the end state. Derived supplies primaryFrame(context, state, frame) and
-// reportInvalidManipulationFrame(problem), and may replace start, update, goalFromPrimaryFrame and
+// computed afresh, its inverse, and the end state. Derived supplies calculatePrimaryFrame(params, sequence,
+// frameIndex, endEffectorIndex, frame) or its own primaryFrame(context, state, frame), and
+// reportInvalidManipulationFrame(problem); it may replace start, update, goalFromPrimaryFrame and
 // relativeOffsetFor.
 #include "offsets/RkManipulationOffsetContext.h"
 #include "offsets/RkManipulationOffsetStateContainer.h"
@@ -79,6 +80,12 @@ class RkRelativeManipulationOffsetKind
     this->setRelativeOffset(self().relativeOffsetFor(placement.placement(), primaryFrame));
   }
 
+  // The primary frame of the kinds that read it off the arm: their calculatePrimaryFrame.
+  RkBoolean primaryFrame(const Context& context, const RkManipulationOffsetState&,
+                         RkCoordinateSystemTransformation& primaryFrame) const {
+    return self().calculatePrimaryFrame(context.params, context.sequence, context.frameIndex,
+                                        context.endEffectorIndex, primaryFrame);
+  }
   // The start of a frame: the kind's own update, which must not fail.
   RkBoolean start(RkReal time, const Context& context, State& state) const {
     return this->update(time, context.params, context.sequence, context.sequenceState, context.frameIndex,

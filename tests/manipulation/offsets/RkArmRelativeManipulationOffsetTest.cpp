@@ -8,16 +8,13 @@
 
 #include "foundation/RkPrint.h"
 #include "manipulation/support/RkFakeControlSystem.h"
+#include "manipulation/support/RkManipulationTestTasks.h"
 #include "offsets/RkLinkRelativeManipulationOffset.h"
 #include "offsets/RkObjectRelativeManipulationOffset.h"
 #include "offsets/RkObjectRelativeManipulationOffsetState.h"
 #include "sequencing/RkManipulationSequence.h"
 
 namespace {
-
-RkCoordinateSystemTransformation shift(RkReal x, RkReal y, RkReal z) {
-  return RkCoordinateSystemTransformation(RkVector(x, y, z), RkOrientation());
-}
 
 RkCoordinateSystemTransformation turnZ(RkReal angle) {
   return RkCoordinateSystemTransformation(RkVector(),
@@ -36,15 +33,15 @@ struct PlanarArm : RkFakeControlSystem {
   PlanarArm() {
     RkManipulatorLink shoulder, elbow;
     shoulder.setIdentifier("shoulder");
-    shoulder.setDhOffset(shift(1, 0, 0));
+    shoulder.setDhOffset(placementAt(1, 0, 0));
     elbow.setIdentifier("elbow");
     elbow.setParentIndex(0);
-    elbow.setFixedTransformation(shift(1, 0, 0));
-    elbow.setDhOffset(shift(0.5, 0, 0));
+    elbow.setFixedTransformation(placementAt(1, 0, 0));
+    elbow.setDhOffset(placementAt(0.5, 0, 0));
     manipulatorList[0].addLink(shoulder);
     manipulatorList[0].addLink(elbow);
-    manipulatorList[0].setBasePlacement(shift(0, 0, 0.5));
-    positionStateList[0].setBasePlacement(shift(2, 0, 0) * turnZ(M_PI / 2));
+    manipulatorList[0].setBasePlacement(placementAt(0, 0, 0.5));
+    positionStateList[0].setBasePlacement(placementAt(2, 0, 0) * turnZ(M_PI / 2));
     moveTo(0, 0);
   }
   void moveTo(RkReal shoulder, RkReal elbow) {
@@ -54,11 +51,11 @@ struct PlanarArm : RkFakeControlSystem {
     positionStateList[0].setJointPositions(positions);
   }
   // The manipulator's frame, and the frames of its links at joint positions q0, q1, worked out by hand.
-  static RkCoordinateSystemTransformation mounting() { return shift(2, 0, 0.5) * turnZ(M_PI / 2); }
+  static RkCoordinateSystemTransformation mounting() { return placementAt(2, 0, 0.5) * turnZ(M_PI / 2); }
   static RkCoordinateSystemTransformation expected(const std::string& link, bool dh, RkReal q0, RkReal q1) {
     const RkReal c0 = std::cos(q0), s0 = std::sin(q0), c01 = std::cos(q0 + q1), s01 = std::sin(q0 + q1);
-    if (link == "shoulder") return mounting() * shift(dh ? c0 : 0, dh ? s0 : 0, 0) * turnZ(q0);
-    return mounting() * shift(c0 + (dh ? 0.5 * c01 : 0), s0 + (dh ? 0.5 * s01 : 0), 0) * turnZ(q0 + q1);
+    if (link == "shoulder") return mounting() * placementAt(dh ? c0 : 0, dh ? s0 : 0, 0) * turnZ(q0);
+    return mounting() * placementAt(c0 + (dh ? 0.5 * c01 : 0), s0 + (dh ? 0.5 * s01 : 0), 0) * turnZ(q0 + q1);
   }
 };
 
@@ -242,12 +239,12 @@ TEST(RkObjectRelativeManipulationOffset, goal_follows_the_manipulator_frame_and_
   EXPECT_TRUE(goalOf(state).approxEq(PlanarArm::mounting(), 1e-12));
   object.setRelativeOffset(kRelative);
   // The base drives off; the joint positions do not matter, even too few of them.
-  const RkCoordinateSystemTransformation driven = shift(-1, 3, 0.2) * turnZ(-0.7);
+  const RkCoordinateSystemTransformation driven = placementAt(-1, 3, 0.2) * turnZ(-0.7);
   arm.positionStateList[0].setBasePlacement(driven);
   arm.positionStateList[0].setJointPositions(RkPositionState::RealVector());
   EXPECT_EQ(object.update(1.0, arm.params(), arm.sequence, arm.sequenceState, 0, 0, state),
             RkManipulationStatus::Complete);
-  const RkCoordinateSystemTransformation manipulatorFrame = driven * shift(0, 0, 0.5);
+  const RkCoordinateSystemTransformation manipulatorFrame = driven * placementAt(0, 0, 0.5);
   EXPECT_TRUE(goalOf(state).approxEq(manipulatorFrame * kRelative, 1e-12));
   EXPECT_EQ(system.update(1.0, arm.params(), arm.sequence, arm.sequenceState, 0, 0, state),
             RkManipulationStatus::Complete);
