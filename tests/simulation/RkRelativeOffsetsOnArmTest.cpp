@@ -1,12 +1,11 @@
-// The link-relative and object-relative offsets on the simulated UR5e and Panda: for random joint positions
-// their goals agree with the link frames the arm's own kinematics give, for every link the model names.
+// The link-relative offset on the simulated UR5e and Panda: for random joint positions its goals agree with
+// the link frames the arm's own kinematics give, for every link the model names.
 #include <gtest/gtest.h>
 
 #include <random>
 
 #include "RkSimulationTestSupport.h"
 #include "offsets/RkLinkRelativeManipulationOffset.h"
-#include "offsets/RkObjectRelativeManipulationOffset.h"
 #include "sequencing/RkManipulationSequence.h"
 #include "simulation/RkSimulatedSystem.h"
 
@@ -30,15 +29,6 @@ void checkArm(const RkKinematicChain& chain, const char* tip) {
   const RkManipulationSequenceState sequenceState;
   const RkCoordinateSystemTransformation relative(RkVector(0, 0, 0.12),
                                                   RkOrientation::fromAngleAxis(M_PI, RkVector(1, 0, 0)));
-
-  RkObjectRelativeManipulationOffset onArm;
-  onArm.setObjectFrameAsManipulationFrame();
-  onArm.setRelativeOffset(relative);
-  EXPECT_TRUE(onArm
-                  .calculateOffsetTransformationInSystemFrame(params, sequence, sequenceState, 0, 0,
-                                                              RkObjectRelativeManipulationOffsetState())
-                  .placement()
-                  .approxEq(base * relative, 1e-12));
 
   std::mt19937 random(7);
   const RkIndividualManipulator& model = system.manipulators()[0];
