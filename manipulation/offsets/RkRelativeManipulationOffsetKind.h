@@ -54,6 +54,7 @@ class RkRelativeManipulationOffsetKind
                ? RkManipulationStatus::Complete
                : RkManipulationStatus::Failure;
   }
+  // Any kind of state is accepted here and below: an offset wrapping this one may hand over its own.
   RkEndEffectorPlacement calculateOffsetTransformationInSystemFrame(
       const RkManipulationUpdateParams& params, const RkManipulationSequence& sequence,
       const RkManipulationSequenceState& sequenceState, RkU32 frameIndex, RkU32 endEffectorIndex,
