@@ -1,9 +1,18 @@
 #include "offsets/RkManipulationOffsetContainer.h"
 
 #include "offsets/RkConstantManipulationOffset.h"
+#include "offsets/RkFrameRelativeManipulationOffset.h"
+#include "offsets/RkLinkRelativeManipulationOffset.h"
+#include "offsets/RkObjectRelativeManipulationOffset.h"
 #include "sequencing/RkManipulationTokens.h"
 
 void RkManipulationOffsetContainer::registerComponentCreators() {
   registerComponentCreator(RkConstantManipulationOffset::classToken(),
                            &RkConstantManipulationOffset::creator);
+  registerComponentCreator(RkFrameRelativeManipulationOffset::classToken(),
+                           &RkFrameRelativeManipulationOffset::creator);
+  registerComponentCreator(RkObjectRelativeManipulationOffset::classToken(),
+                           &RkObjectRelativeManipulationOffset::creator);
+  registerComponentCreator(RkLinkRelativeManipulationOffset::classToken(),
+                           &RkLinkRelativeManipulationOffset::creator);
 }

@@ -1,9 +1,18 @@
 #include "offsets/RkManipulationOffsetStateContainer.h"
 
 #include "offsets/RkConstantManipulationOffsetState.h"
+#include "offsets/RkFrameRelativeManipulationOffsetState.h"
+#include "offsets/RkLinkRelativeManipulationOffsetState.h"
+#include "offsets/RkObjectRelativeManipulationOffsetState.h"
 #include "sequencing/RkManipulationTokens.h"
 
 void RkManipulationOffsetStateContainer::registerComponentCreators() {
   registerComponentCreator(RkConstantManipulationOffsetState::classToken(),
                            &RkConstantManipulationOffsetState::creator);
+  registerComponentCreator(RkFrameRelativeManipulationOffsetState::classToken(),
+                           &RkFrameRelativeManipulationOffsetState::creator);
+  registerComponentCreator(RkObjectRelativeManipulationOffsetState::classToken(),
+                           &RkObjectRelativeManipulationOffsetState::creator);
+  registerComponentCreator(RkLinkRelativeManipulationOffsetState::classToken(),
+                           &RkLinkRelativeManipulationOffsetState::creator);
 }

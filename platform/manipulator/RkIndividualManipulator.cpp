@@ -6,10 +6,7 @@
 
 const RkManipulatorLink* RkIndividualManipulator::link(const std::string& identifier) const {
   const RkU32 index = findLink(identifier);
-  if (index < m_links.size()) return &m_links[index];
-  Rk::Print::write(4, "RkIndividualManipulator::link: manipulator \"%s\" has no link \"%s\"\n",
-                   name().c_str(), identifier.c_str());
-  return nullptr;
+  return index < m_links.size() ? &m_links[index] : nullptr;
 }
 
 RkCoordinateSystemTransformation RkIndividualManipulator::manipulatorFrame(
@@ -17,16 +14,18 @@ RkCoordinateSystemTransformation RkIndividualManipulator::manipulatorFrame(
   return state.positionState().basePlacement() * m_basePlacement;
 }
 
-const RkCoordinateSystemTransformation* RkIndividualManipulator::primaryFrame(
-    const std::string& linkIdentifier, const RkManipulatorActivePositionState& state) const {
+RkBoolean RkIndividualManipulator::primaryFrame(const std::string& linkIdentifier,
+                                                const RkManipulatorActivePositionState& state,
+                                                RkCoordinateSystemTransformation& frame) const {
   const RkU32 index = linkForState("primaryFrame", linkIdentifier, state);
-  return index < m_links.size() ? state.primaryFrame(index) : nullptr;
+  return index < m_links.size() && state.primaryFrame(index, frame);
 }
 
-const RkCoordinateSystemTransformation* RkIndividualManipulator::dhFrame(
-    const std::string& linkIdentifier, const RkManipulatorActivePositionState& state) const {
+RkBoolean RkIndividualManipulator::dhFrame(const std::string& linkIdentifier,
+                                           const RkManipulatorActivePositionState& state,
+                                           RkCoordinateSystemTransformation& frame) const {
   const RkU32 index = linkForState("dhFrame", linkIdentifier, state);
-  return index < m_links.size() ? state.dhFrame(index) : nullptr;
+  return index < m_links.size() && state.dhFrame(index, frame);
 }
 
 void RkIndividualManipulator::registerComponents() {

@@ -33,18 +33,18 @@ class RkIndividualManipulator : public RkXmlConcreteClass<RkIndividualManipulato
   void setLinks(const LinkVector& links) { m_links = links; }
   void addLink(const RkManipulatorLink& link) { m_links.pushBack(link); }
 
-  // The first link with identifier, or null (with one printed line) when none has it.
+  // The first link with identifier, or null when none has it; callers say what that means to them.
   const RkManipulatorLink* link(const std::string& identifier) const;
 
   // The manipulator's own frame in the system frame for the state.
   RkCoordinateSystemTransformation manipulatorFrame(const RkManipulatorActivePositionState& state) const;
-  // The primary or DH frame of the link with identifier, in the system frame, for the state; null (with one
-  // printed line) for an unknown identifier, a state made for another manipulator or a state whose frames
-  // could not be computed.
-  const RkCoordinateSystemTransformation* primaryFrame(const std::string& linkIdentifier,
-                                                       const RkManipulatorActivePositionState& state) const;
-  const RkCoordinateSystemTransformation* dhFrame(const std::string& linkIdentifier,
-                                                  const RkManipulatorActivePositionState& state) const;
+  // Sets frame to the primary or DH frame of the link with identifier, in the system frame, for the state.
+  // False, with one printed line and frame unchanged, for an unknown identifier, a state made for another
+  // manipulator or a state whose frames cannot be computed.
+  RkBoolean primaryFrame(const std::string& linkIdentifier, const RkManipulatorActivePositionState& state,
+                         RkCoordinateSystemTransformation& frame) const;
+  RkBoolean dhFrame(const std::string& linkIdentifier, const RkManipulatorActivePositionState& state,
+                    RkCoordinateSystemTransformation& frame) const;
 
  protected:
   void registerComponents() override;

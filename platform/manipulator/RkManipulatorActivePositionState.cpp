@@ -3,76 +3,91 @@
 #include "foundation/RkPrint.h"
 #include "manipulator/RkIndividualManipulator.h"
 
+namespace {
+// What a state reads as before one is set: no joint positions, the base at the origin.
+const RkPositionState& noPositionState() {
+  static const RkPositionState state;
+  return state;
+}
+}  // namespace
+
 RkManipulatorActivePositionState::RkManipulatorActivePositionState(const RkIndividualManipulator& manipulator)
-    : m_manipulator(&manipulator), m_valid(false) {}
+    : m_manipulator(&manipulator), m_positionState(&noPositionState()) {
+  m_manipulatorFrame = m_manipulator->manipulatorFrame(*this);
+}
 
 RkBoolean RkManipulatorActivePositionState::setPositionState(const RkPositionState& state) {
-  m_positionState = state;
-  m_valid = false;
+  m_positionState = &state;
   m_manipulatorFrame = m_manipulator->manipulatorFrame(*this);
-  const RkIndividualManipulator::LinkVector& links = m_manipulator->links();
-  const RkU32 count = links.size();
-  const RkPositionState::RealVector& positions = m_positionState.jointPositions();
-  const char* name = m_manipulator->name().c_str();
-  if (positions.size() < count) {
-    Rk::Print::write(
-        4,
-        "RkManipulatorActivePositionState::setPositionState: manipulator \"%s\" has %u links but the "
-        "state gives %u joint positions\n",
-        name, count, positions.size());
-    return false;
-  }
-  m_primaryFrames.resize(count);
-  m_dhFrames.resize(count);
-  RkCoordinateSystemTransformation inParent;
-  for (RkU32 i = 0; i < count; ++i) {
-    const RkManipulatorLink& link = links[i];
-    const int parent = link.parentIndex();
-    // Parents come first, so each frame builds on one already computed.
-    if (parent < -1 || parent >= static_cast<int>(i)) {
-      Rk::Print::write(
-          4,
-          "RkManipulatorActivePositionState::setPositionState: link %u of manipulator \"%s\" has "
-          "parent index %d, which is neither -1 nor an earlier link\n",
-          i, name, parent);
-      return false;
-    }
-    if (!link.frameInParent(positions[i], inParent)) {
-      Rk::Print::write(
-          4,
-          "RkManipulatorActivePositionState::setPositionState: link %u of manipulator \"%s\" has an "
-          "unknown joint type %d\n",
-          i, name, static_cast<int>(link.jointType()));
-      return false;
-    }
-    m_primaryFrames[i] = (parent < 0 ? m_manipulatorFrame : m_primaryFrames[parent]) * inParent;
-    m_dhFrames[i] = m_primaryFrames[i] * link.dhOffset();
-  }
-  m_valid = true;
+  return valid();
+}
+
+RkBoolean RkManipulatorActivePositionState::valid() const {
+  return m_positionState->jointPositions().size() >= m_manipulator->links().size();
+}
+
+RkBoolean RkManipulatorActivePositionState::primaryFrame(RkU32 linkIndex,
+                                                         RkCoordinateSystemTransformation& frame) const {
+  return linkFrame("primaryFrame", linkIndex, frame);
+}
+
+RkBoolean RkManipulatorActivePositionState::dhFrame(RkU32 linkIndex,
+                                                    RkCoordinateSystemTransformation& frame) const {
+  if (!linkFrame("dhFrame", linkIndex, frame)) return false;
+  frame = frame * m_manipulator->links()[linkIndex].dhOffset();
   return true;
 }
 
-const RkCoordinateSystemTransformation* RkManipulatorActivePositionState::primaryFrame(
-    RkU32 linkIndex) const {
-  return frame("primaryFrame", m_primaryFrames, linkIndex);
+RkU32 RkManipulatorActivePositionState::linkIndex(const RkManipulatorLink& link) const {
+  const RkIndividualManipulator::LinkVector& links = m_manipulator->links();
+  RkU32 index = 0;
+  while (index < links.size() && &links[index] != &link) ++index;
+  return index;
 }
 
-const RkCoordinateSystemTransformation* RkManipulatorActivePositionState::dhFrame(RkU32 linkIndex) const {
-  return frame("dhFrame", m_dhFrames, linkIndex);
-}
-
-const RkCoordinateSystemTransformation* RkManipulatorActivePositionState::frame(
-    const char* caller, const std::vector<RkCoordinateSystemTransformation>& frames, RkU32 linkIndex) const {
-  if (!m_valid) {
-    Rk::Print::write(4, "RkManipulatorActivePositionState::%s: no frames computed for manipulator \"%s\"\n",
-                     caller, m_manipulator->name().c_str());
-    return nullptr;
+RkBoolean RkManipulatorActivePositionState::linkFrame(const char* caller, RkU32 linkIndex,
+                                                      RkCoordinateSystemTransformation& frame) const {
+  const RkIndividualManipulator::LinkVector& links = m_manipulator->links();
+  const RkPositionState::RealVector& positions = m_positionState->jointPositions();
+  const char* name = m_manipulator->name().c_str();
+  if (linkIndex >= links.size()) {
+    Rk::Print::write(4,
+                     "RkManipulatorActivePositionState::%s: link index %u is beyond the %u links of \"%s\"\n",
+                     caller, linkIndex, links.size(), name);
+    return false;
   }
-  if (linkIndex >= frames.size()) {
-    Rk::Print::write(
-        4, "RkManipulatorActivePositionState::%s: link index %u is beyond the %zu links of \"%s\"\n", caller,
-        linkIndex, frames.size(), m_manipulator->name().c_str());
-    return nullptr;
+  if (!valid()) {
+    Rk::Print::write(4,
+                     "RkManipulatorActivePositionState::%s: manipulator \"%s\" has %u links but the state "
+                     "gives %u joint positions\n",
+                     caller, name, links.size(), positions.size());
+    return false;
   }
-  return &frames[linkIndex];
+  // From the link towards the base: each step puts the frame found so far in the parent's primary frame.
+  // Parents come first, so the walk ends within linkIndex steps.
+  RkCoordinateSystemTransformation inBase, inParent;
+  RkU32 index = linkIndex;
+  for (;;) {
+    const RkManipulatorLink& link = links[index];
+    const int parent = link.parentIndex();
+    if (parent < -1 || parent >= static_cast<int>(index)) {
+      Rk::Print::write(4,
+                       "RkManipulatorActivePositionState::%s: link %u of manipulator \"%s\" has parent index "
+                       "%d, which is neither -1 nor an earlier link\n",
+                       caller, index, name, parent);
+      return false;
+    }
+    if (!link.frameInParent(positions[index], inParent)) {
+      Rk::Print::write(4,
+                       "RkManipulatorActivePositionState::%s: link %u of manipulator \"%s\" has an unknown "
+                       "joint type %d\n",
+                       caller, index, name, static_cast<int>(link.jointType()));
+      return false;
+    }
+    inBase = inParent * inBase;
+    if (parent < 0) break;
+    index = static_cast<RkU32>(parent);
+  }
+  frame = m_manipulatorFrame * inBase;
+  return true;
 }

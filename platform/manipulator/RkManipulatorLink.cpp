@@ -1,5 +1,8 @@
 #include "manipulator/RkManipulatorLink.h"
 
+#include "foundation/RkPrint.h"
+#include "manipulator/RkIndividualManipulator.h"
+#include "manipulator/RkManipulatorActivePositionState.h"
 #include "manipulator/RkManipulatorTokens.h"
 
 RkManipulatorLink::RkManipulatorLink()
@@ -20,6 +23,27 @@ RkBoolean RkManipulatorLink::frameInParent(RkReal position, RkCoordinateSystemTr
       return true;
   }
   return false;
+}
+
+RkBoolean RkManipulatorLink::primaryFrame(const RkManipulatorActivePositionState& state,
+                                          RkCoordinateSystemTransformation& frame) const {
+  const RkU32 index = indexIn("primaryFrame", state);
+  return index < state.manipulator().links().size() && state.primaryFrame(index, frame);
+}
+
+RkBoolean RkManipulatorLink::dhFrame(const RkManipulatorActivePositionState& state,
+                                     RkCoordinateSystemTransformation& frame) const {
+  const RkU32 index = indexIn("dhFrame", state);
+  return index < state.manipulator().links().size() && state.dhFrame(index, frame);
+}
+
+RkU32 RkManipulatorLink::indexIn(const char* caller, const RkManipulatorActivePositionState& state) const {
+  const RkU32 index = state.linkIndex(*this);
+  if (index == state.manipulator().links().size()) {
+    Rk::Print::write(4, "RkManipulatorLink::%s: link \"%s\" is not a link of manipulator \"%s\"\n", caller,
+                     identifier().c_str(), state.manipulator().name().c_str());
+  }
+  return index;
 }
 
 void RkManipulatorLink::registerComponents() {

@@ -17,6 +17,8 @@
 #include "xml/RkXmlEnumType.h"
 #include "xml/RkXmlVector.h"
 
+class RkManipulatorActivePositionState;
+
 class RkManipulatorLink
     : public RkXmlConcreteClass<RkManipulatorLink, RkXmlCompoundType, RkManipulator::RkManipulatorLinkToken> {
  public:
@@ -49,11 +51,21 @@ class RkManipulatorLink
   // Sets frame to the link's primary frame in its parent's with the joint at position; false when the
   // joint type is none of the known ones (a number a document gave).
   RkBoolean frameInParent(RkReal position, RkCoordinateSystemTransformation& frame) const;
+  // Sets frame to this link's primary or DH frame in the system frame for state. False, with one printed
+  // line and frame unchanged, when this link is not one of the state's manipulator's links or the state
+  // gives it no frame.
+  RkBoolean primaryFrame(const RkManipulatorActivePositionState& state,
+                         RkCoordinateSystemTransformation& frame) const;
+  RkBoolean dhFrame(const RkManipulatorActivePositionState& state,
+                    RkCoordinateSystemTransformation& frame) const;
 
  protected:
   void registerComponents() override;
 
  private:
+  // This link's index in the state's manipulator, or the link count (with one line naming caller).
+  RkU32 indexIn(const char* caller, const RkManipulatorActivePositionState& state) const;
+
   RkXmlBasicType<std::string> m_identifier;
   RkXmlBasicType<int> m_parentIndex;
   RkCoordinateSystemTransformation m_fixedTransformation;

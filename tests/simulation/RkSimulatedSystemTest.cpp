@@ -98,11 +98,11 @@ TEST(RkSimulatedSystem, stated_system_model_agrees_with_the_simulated_arm) {
     const RkIndividualManipulator& model = system.manipulators()[0];
     RkManipulatorActivePositionState active(model);
     ASSERT_TRUE(active.setPositionState(system.positionStates()[0]));
-    const RkCoordinateSystemTransformation* tool = model.primaryFrame("tool0", active);
-    ASSERT_NE(tool, nullptr);
+    RkCoordinateSystemTransformation tool;
+    ASSERT_TRUE(model.primaryFrame("tool0", active, tool));
     RkCoordinateSystemTransformation actual;
     ASSERT_TRUE(system.actualPlacement(0, 0, actual));
-    EXPECT_TRUE(tool->approxEq(actual, 1e-9)) << tool->translation().x() << " " << actual.translation().x();
+    EXPECT_TRUE(tool.approxEq(actual, 1e-9)) << tool.translation().x() << " " << actual.translation().x();
     // Six joints, and the immobile tool0 at the end of the model.
     EXPECT_EQ(system.positionStates()[0].jointPositions().size(), 7u);
   }

@@ -7,7 +7,11 @@
 #include <memory>
 #include <string>
 
+#include "manipulation/support/RkFakeControlSystem.h"
 #include "manipulation/support/RkManipulationTestTasks.h"
+#include "offsets/RkFrameRelativeManipulationOffset.h"
+#include "offsets/RkLinkRelativeManipulationOffset.h"
+#include "offsets/RkObjectRelativeManipulationOffset.h"
 #include "sequencing/RkManipulationVocabulary.h"
 #include "xml/RkXmlReader.h"
 #include "xml/RkXmlWriter.h"
@@ -22,8 +26,32 @@ Samples runnableSamples() {
   samples[RkManipulation::RkManipulationTimeDurationTransitionEventToken].reset(lasting(0.5).clone());
   samples[RkManipulation::RkStandardManipulationFrameToken].reset(
       standardFrame("sample", {placementAt(0.3, 0.1, 0.4)}, lasting(0.5)).clone());
+  // Relative offsets: to the lead frame's goal, to the arm's link "tool0", and to the arm itself.
+  auto frameRelative = std::make_unique<RkFrameRelativeManipulationOffset>();
+  frameRelative->setObjectFrameAsManipulationFrame();
+  frameRelative->setRelativeOffset(placementAt(0, 0, -0.1));
+  samples[frameRelative->token()] = std::move(frameRelative);
+  auto linkRelative = std::make_unique<RkLinkRelativeManipulationOffset>();
+  linkRelative->setObjectFrameAsManipulationFrame();
+  linkRelative->setLinkIdentifier("tool0");
+  samples[linkRelative->token()] = std::move(linkRelative);
+  auto objectRelative = std::make_unique<RkObjectRelativeManipulationOffset>();
+  objectRelative->setSystemFrameAsManipulationFrame();
+  samples[objectRelative->token()] = std::move(objectRelative);
   return samples;
 }
+
+// A controlled arm of one joint whose link "tool0" carries the one end effector, for the kinds that read it.
+struct RkOneLinkArm : RkFakeControlSystem {
+  RkOneLinkArm() : RkFakeControlSystem(1) {
+    RkManipulatorLink link;
+    link.setIdentifier("tool0");
+    manipulatorList[0].addLink(link);
+    RkPositionState::RealVector positions;
+    positions.pushBack(0.3);
+    positionStateList[0].setJointPositions(positions);
+  }
+};
 
 ::testing::AssertionResult roundTripsAny(const RkXmlObject& object) {
   std::string first, second;
@@ -95,6 +123,7 @@ TEST(RkManipulationVocabulary, every_frame_offset_and_event_kind_runs_steady_cyc
   RkXmlSchema schema;
   RkManipulationVocabulary::addDocuments(schema);
   const Samples samples = runnableSamples();
+  RkOneLinkArm arm;
   int kinds = 0;
   for (const auto& prototype : schema.classes()) {
     const auto sample = samples.find(prototype->token());
@@ -103,14 +132,16 @@ TEST(RkManipulationVocabulary, every_frame_offset_and_event_kind_runs_steady_cyc
     if (!frame) continue;
     ++kinds;
     const std::string name(kind.token().localName());
+    // A short lead frame, for kinds that refer to an earlier frame.
     RkManipulationSequence sequence;
+    sequence.add(standardFrame("lead", {placementAt(0.2, 0, 0.3)}, lasting(0.01)));
     sequence.add(*frame);
     RkManipulationSequenceManager manager;
     manager.add("only", sequence);
     manager.setSequenceOrder(orderOf({"only"}));
     RkManipulationSequenceManagerState state;
     ASSERT_TRUE(manager.init(state)) << name;
-    const RkSteadyCycles steady = runCountingAllocations(manager, state, 200);
+    const RkSteadyCycles steady = runCountingAllocations(manager, state, 200, arm.params());
     ASSERT_NE(steady.last, RkManipulationStatus::Failure) << name << " fails by default: give it a sample";
     EXPECT_GT(steady.cycles, 100) << name;
     EXPECT_EQ(steady.allocations, 0) << name;
