@@ -97,7 +97,7 @@ class RkSimulatedSystem::Arm : public RkManipulatorController {
     return status && status->mayKeepConverging;
   }
   void notifyPlacementAchieved(RkU32 index) override {
-    if (index < placementAchieved.size()) placementAchieved[index] = 1;
+    if (index < placementAchieved.size()) ++placementAchieved[index];
   }
   void notifyGoalReached(RkU32 index) override {
     if (index < goalReached.size()) goalReached[index] = 1;
@@ -115,7 +115,8 @@ class RkSimulatedSystem::Arm : public RkManipulatorController {
   Eigen::Isometry3d baseIsometry;
   RkSimulatedEndEffectorSets endEffectorSetList;
   std::vector<std::vector<int>> effectorIndex;  // [set][end effector] -> controller index
-  std::vector<char> placementAchieved, goalReached;
+  std::vector<RkU32> placementAchieved;         // notifications per end effector of the active set
+  std::vector<char> goalReached;
   RkPositionState::RealVector jointPositions, jointVelocities;
 };
 
@@ -186,6 +187,11 @@ RkArmController& RkSimulatedSystem::armController(RkU32 arm) {
 
 RkU32 RkSimulatedSystem::armCount() const {
   return static_cast<RkU32>(m_arms.size());
+}
+
+RkU32 RkSimulatedSystem::placementAchievedCount(RkU32 arm, RkU32 endEffector) const {
+  if (arm >= m_arms.size() || endEffector >= m_arms[arm]->placementAchieved.size()) return 0;
+  return m_arms[arm]->placementAchieved[endEffector];
 }
 
 bool RkSimulatedSystem::command(RkU32 armIndex, const RkManipulatorEndEffectorPlacement& placement,

@@ -7,7 +7,11 @@
 #include <memory>
 #include <string>
 
+#include "events/RkManipulationPlacementAchievedTransitionEvent.h"
+#include "manipulation/support/RkFakeControlSystem.h"
 #include "manipulation/support/RkManipulationTestTasks.h"
+#include "offsets/RkActualPlacementManipulationOffset.h"
+#include "offsets/RkInterpolatedManipulationOffset.h"
 #include "sequencing/RkManipulationVocabulary.h"
 #include "xml/RkXmlReader.h"
 #include "xml/RkXmlWriter.h"
@@ -20,10 +24,38 @@ typedef std::map<RkToken, std::unique_ptr<RkXmlObject>> Samples;
 Samples runnableSamples() {
   Samples samples;
   samples[RkManipulation::RkManipulationTimeDurationTransitionEventToken].reset(lasting(0.5).clone());
-  samples[RkManipulation::RkStandardManipulationFrameToken].reset(
-      standardFrame("sample", {placementAt(0.3, 0.1, 0.4)}, lasting(0.5)).clone());
+  // An approach to a constant goal that takes longer than the runs below.
+  RkConstantManipulationOffset goal;
+  goal.setOffset(RkEndEffectorPlacement(placementAt(0.3, 0.1, 0.4)));
+  RkInterpolatedManipulationOffset approach;
+  RkManipulationOffsetContainer target;
+  target.setElement(goal);
+  approach.setTargetOffset(target);
+  approach.setInterpolationTime(10.0);
+  samples[RkManipulation::RkInterpolatedManipulationOffsetToken].reset(approach.clone());
+  // A frame of a constant, an interpolated and an actual-placement offset on the controller's active set,
+  // waiting for placements the fake arm never reaches.
+  RkXmlVectorType<RkManipulationOffsetContainer> offsets(3);
+  offsets[0].setElement(goal);
+  offsets[1].setElement(approach);
+  offsets[2].setElement(RkActualPlacementManipulationOffset());
+  RkStandardManipulationFrame frame =
+      standardFrame("sample", {}, RkManipulationPlacementAchievedTransitionEvent());
+  frame.setOffsetContainerVector(offsets);
+  frame.setActiveEndEffectorSet(RkStandardManipulationFrame::kControllerActiveSet);
+  samples[RkManipulation::RkStandardManipulationFrameToken].reset(frame.clone());
   return samples;
 }
+
+// The fake arm the kinds run against: a set of one end effector, the frames' default, and the controller's
+// active set of three; no actual placements reach the placement-achieved event, so it waits.
+struct SampleArm {
+  SampleArm() : system(1) {
+    system.controller.sets.pushBack(RkFakeController(3).sets[0]);
+    system.controller.activeSet = 1;
+  }
+  RkFakeControlSystem system;
+};
 
 ::testing::AssertionResult roundTripsAny(const RkXmlObject& object) {
   std::string first, second;
@@ -109,7 +141,8 @@ TEST(RkManipulationVocabulary, every_frame_offset_and_event_kind_runs_steady_cyc
     manager.setSequenceOrder(orderOf({"only"}));
     RkManipulationSequenceManagerState state;
     ASSERT_TRUE(manager.init(state)) << name;
-    const RkSteadyCycles steady = runCountingAllocations(manager, state, 200);
+    SampleArm arm;
+    const RkSteadyCycles steady = runCountingAllocations(manager, state, 200, arm.system.params());
     ASSERT_NE(steady.last, RkManipulationStatus::Failure) << name << " fails by default: give it a sample";
     EXPECT_GT(steady.cycles, 100) << name;
     EXPECT_EQ(steady.allocations, 0) << name;
