@@ -6,26 +6,21 @@
 #include <string>
 
 #include "events/RkManipulationPlacementAchievedTransitionEvent.h"
-#include "events/RkManipulationTimeDurationTransitionEvent.h"
 #include "foundation/RkPrint.h"
-#include "frames/RkStandardManipulationFrame.h"
+#include "manipulation/support/RkManipulationTestTasks.h"
 #include "offsets/RkActualPlacementManipulationOffset.h"
-#include "offsets/RkConstantManipulationOffset.h"
 #include "offsets/RkInterpolatedManipulationOffset.h"
 #include "simulation/RkSimulatedTaskRunner.h"
 
 namespace {
 
+// A standard frame of one offset, ended by event.
 RkStandardManipulationFrame frame(const std::string& tag, const RkManipulationOffset& offset,
                                   const RkManipulationFrameTransitionEvent& event) {
+  RkStandardManipulationFrame result = standardFrame(tag, {}, event);
   RkXmlVectorType<RkManipulationOffsetContainer> offsets(1);
   offsets[0].setElement(offset);
-  RkManipulationFrameTransitionEventContainer eventContainer;
-  eventContainer.setElement(event);
-  RkStandardManipulationFrame result;
-  result.setTag(tag);
   result.setOffsetContainerVector(offsets);
-  result.setTransitionEventContainer(eventContainer);
   return result;
 }
 
@@ -48,9 +43,7 @@ RkStandardManipulationFrame approach(double x, double y, double z, bool softFail
 
 // Holds the arm where it stands for half a second.
 RkStandardManipulationFrame hold() {
-  RkManipulationTimeDurationTransitionEvent halfSecond;
-  halfSecond.setTimeDuration(0.5);
-  return frame("hold", RkActualPlacementManipulationOffset(), halfSecond);
+  return frame("hold", RkActualPlacementManipulationOffset(), lasting(0.5));
 }
 
 RkManipulationSequenceManager task(std::initializer_list<RkStandardManipulationFrame> frames) {
@@ -58,9 +51,7 @@ RkManipulationSequenceManager task(std::initializer_list<RkStandardManipulationF
   for (const RkStandardManipulationFrame& each : frames) sequence.add(each);
   RkManipulationSequenceManager manager;
   manager.add("reach", sequence);
-  RkManipulationSequenceManager::SequenceOrder order;
-  order.pushBack(std::string("reach"));
-  manager.setSequenceOrder(order);
+  manager.setSequenceOrder(orderOf({"reach"}));
   return manager;
 }
 
