@@ -8,7 +8,6 @@
 #include "foundation/RkPrint.h"
 #include "manipulation/support/RkFakeControlSystem.h"
 #include "manipulation/support/RkManipulationTestTasks.h"
-#include "xml/RkXmlReader.h"
 
 namespace {
 
@@ -162,19 +161,4 @@ TEST(RkManipulationPlacementAchievedTransitionEvent,
   ASSERT_EQ(capture.lines().size(), 2u);
   EXPECT_EQ(capture.lines()[0].text,
             "RkManipulationPlacementAchievedTransitionEvent::update missing manipulator controller 3.\n");
-}
-
-TEST(RkManipulationPlacementAchievedTransitionEvent, reads_the_documented_example) {
-  RkManipulationFrameTransitionEventContainer container;
-  ASSERT_TRUE(RkXmlReader::readString(
-      "<manipulationFrameTransitionEventContainer xmlns=\"http://rkmanipulation.org/namespace/ct#\">"
-      "<placementAchievedTransitionEvent><placementTestIndices count=\"1\"><group>0</group>"
-      "</placementTestIndices><placementTolerance>0.002</placementTolerance><softFailure>true</softFailure>"
-      "</placementAchievedTransitionEvent></manipulationFrameTransitionEventContainer>",
-      container));
-  const auto* event =
-      dynamic_cast<const RkManipulationPlacementAchievedTransitionEvent*>(container.element());
-  ASSERT_NE(event, nullptr);
-  EXPECT_EQ(*event, achieved(0.002, {0}, true));
-  EXPECT_EQ(event->convergenceWindow(), 1.0);
 }

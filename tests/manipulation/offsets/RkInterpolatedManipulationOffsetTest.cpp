@@ -9,7 +9,6 @@
 #include "manipulation/support/RkManipulationTestTasks.h"
 #include "offsets/RkActualPlacementManipulationOffset.h"
 #include "offsets/RkInterpolatedManipulationOffset.h"
-#include "xml/RkXmlReader.h"
 
 namespace {
 
@@ -156,17 +155,4 @@ TEST(RkInterpolatedManipulationOffset, end_state_and_replacement_go_through_the_
   EXPECT_EQ(offset.goalOffsetTransformation(*run.container.element()).placement(), placementAt(3, 0, 0));
   EXPECT_EQ(run.update(offset, 2.0), RkManipulationStatus::Complete);
   EXPECT_EQ(run.current(offset), placementAt(3, 0, 0));
-}
-
-TEST(RkInterpolatedManipulationOffset, reads_the_documented_example) {
-  RkInterpolatedManipulationOffset offset;
-  ASSERT_TRUE(RkXmlReader::readString(
-      "<interpolatedManipulationOffset xmlns=\"http://rkmanipulation.org/namespace/ct#\"><targetOffset>"
-      "<constantManipulationOffset><manipulationOffset><placement><translation>0.4 0 0.3</translation>"
-      "<orientation>0 1 0 0</orientation></placement></manipulationOffset></constantManipulationOffset>"
-      "</targetOffset><interpolationTime>2</interpolationTime></interpolatedManipulationOffset>",
-      offset));
-  EXPECT_EQ(offset, approaching(constantAt(RkCoordinateSystemTransformation(RkVector(0.4, 0, 0.3),
-                                                                            RkOrientation(0, 1, 0, 0))),
-                                2.0));
 }
