@@ -82,6 +82,8 @@ bool RkArmController::setSettings(const Settings& s, std::string& error) {
     bad = "minProgressFraction";
   else if (!positive(s.timeout))
     bad = "timeout";
+  else if (!(s.settledError >= 0.0) || !std::isfinite(s.settledError))
+    bad = "settledError";
   else if (s.lookAheadCycles < 0)
     bad = "lookAheadCycles";
   else if (s.recoverySeeds < 0)
@@ -174,6 +176,16 @@ bool RkArmController::setActive(int endEffector, bool active, std::string& error
   return true;
 }
 
+bool RkArmController::restartConvergenceWatch(int endEffector, std::string& error) {
+  if (endEffector < 0 || endEffector >= endEffectorCount()) {
+    error = "RkArmController: no end effector " + std::to_string(endEffector);
+    return false;
+  }
+  restartWatch(m_effectors[endEffector]);
+  trackError(m_effectors[endEffector]);
+  return true;
+}
+
 bool RkArmController::setJointState(const Eigen::Ref<const Eigen::VectorXd>& q,
                                     const Eigen::Ref<const Eigen::VectorXd>& qd, std::string& error) {
   if (q.size() != m_n || qd.size() != m_n) {
@@ -245,7 +257,9 @@ void RkArmController::trackError(Effector& e) {
   EndEffectorStatus& s = e.status;
   if (!s.hasGoal) {
     s.positionError = s.orientationError = 0.0;
-    s.placementAchieved = s.mayKeepConverging = false;
+    s.placementAchieved = false;
+    // Nothing commanded, so nothing has failed: a client may wait for the first goal.
+    s.mayKeepConverging = s.active;
     return;
   }
   s.positionError = (s.goal.translation() - s.placement.translation()).norm();
@@ -256,26 +270,29 @@ void RkArmController::trackError(Effector& e) {
   s.goalReached = s.goalReached || s.placementAchieved;
   const double combined = s.positionError + m_settings.orientationWeight * s.orientationError;
   // Progress is judged against what the controller asks for over a window: the exponential approach, or the
-  // capped speed when that is less.
+  // capped speed when that is less. Within the tolerances the error must keep shrinking at that rate alone,
+  // however small it is.
   const double rate = std::min(m_settings.gain, 1.0 / m_lastDt);
   const double speed =
       m_settings.maxLinearSpeed +
       (s.kind == EndEffectorKind::Frame ? m_settings.orientationWeight * m_settings.maxAngularSpeed : 0.0);
   const double expected = std::min(e.bestError * (1.0 - std::exp(-rate * m_settings.stallWindow)),
                                    speed * m_settings.stallWindow);
+  const double needed = s.placementAchieved
+                            ? m_settings.minProgressFraction * expected
+                            : std::max(m_settings.minProgress, m_settings.minProgressFraction * expected);
   if (m_approaching && driven(e)) {
     // The joint-space approach always progresses; the Cartesian watch starts afresh when it ends.
     e.bestError = kInfinity;
     e.bestTime = m_time;
-  } else if (std::isinf(e.bestError) ||
-             combined <
-                 e.bestError - std::max(m_settings.minProgress, m_settings.minProgressFraction * expected)) {
+  } else if (std::isinf(e.bestError) || combined < e.bestError - needed) {
     e.bestError = combined;
     e.bestTime = m_time;
   }
   // A stall holds until the goal changes, so that a client deciding to give up does not see it flicker.
   if (m_time - e.bestTime > m_settings.stallWindow) e.stalled = true;
-  s.mayKeepConverging = s.active && m_time - e.goalTime <= m_settings.timeout && !e.stalled;
+  s.mayKeepConverging = s.active && (combined <= m_settings.settledError ||
+                                     (m_time - e.goalTime <= m_settings.timeout && !e.stalled));
 }
 
 int RkArmController::stackTask(const Effector& e, const Eigen::Isometry3d& placement,

@@ -40,12 +40,14 @@ class RkArmController {
     double orientationTolerance = 1e-3;
     // Convergence stalls when, within stallWindow (s), the error (position + orientationWeight * angle) has
     // fallen by less than minProgressFraction of what the controller asked for (the exponential approach at
-    // `gain`, or the capped speeds when slower), and by less than minProgress (m). It times out `timeout`
-    // seconds after the goal last changed or the end effector was last activated.
+    // `gain`, or the capped speeds when slower), and, outside the tolerances, by less than minProgress (m).
+    // It times out `timeout` seconds after the goal last changed or the end effector was last activated.
     double stallWindow = 0.1;
     double minProgress = 1e-4;
     double minProgressFraction = 0.3;
     double timeout = 10.0;
+    // An error (m, as above) this small leaves nothing to converge: neither stall nor time-out applies.
+    double settledError = 1e-6;
     // lookAheadTime() is this many of the last cycle times.
     int lookAheadCycles = 1;
     // Starting joint positions the recovery search tries when the approach stalls; 0 turns recovery off.
@@ -68,7 +70,8 @@ class RkArmController {
     double orientationError = 0.0;   // rad, to the goal; 0 for a point
     bool placementAchieved = false;  // both errors within tolerance now
     bool goalReached = false;        // achieved at least once since the goal last changed
-    bool mayKeepConverging = false;  // active, has a goal, still making progress and not timed out
+    // Active, and without a goal yet, settled at it, or still making progress and not timed out.
+    bool mayKeepConverging = false;
   };
 
   // The controller keeps its own copy of the chain; the joints start at zero, clamped into their limits.
@@ -95,6 +98,8 @@ class RkArmController {
   bool setGoal(int endEffector, const Eigen::Isometry3d& goal, std::string& error);
   // Inactive end effectors are reported but not driven.
   bool setActive(int endEffector, bool active, std::string& error);
+  // Starts an end effector's convergence watch afresh, as a new goal does.
+  bool restartConvergenceWatch(int endEffector, std::string& error);
 
   // Sets the joint state: positions within the limits, velocities within theirs. The velocities are reported
   // (and give the end effectors' velocities) until the next step replaces them; setJointPositions zeroes

@@ -92,12 +92,16 @@ class RkSimulatedSystem::Arm : public RkManipulatorController {
     angular = RkVector(baseIsometry.rotation() * status->angularVelocity);
     return true;
   }
+  // A "no" is given once: the client then moves on, and whatever it waits for next is watched afresh from
+  // the next step, even before its first command arrives.
   RkBoolean mayKeepConverging(RkU32 index) const override {
     const RkArmController::EndEffectorStatus* status = statusOf(index);
-    return status && status->mayKeepConverging;
+    if (!status) return false;
+    if (!status->mayKeepConverging && index < gaveUp.size()) gaveUp[index] = 1;
+    return status->mayKeepConverging;
   }
   void notifyPlacementAchieved(RkU32 index) override {
-    if (index < placementAchieved.size()) placementAchieved[index] = 1;
+    if (index < placementAchieved.size()) ++placementAchieved[index];
   }
   void notifyGoalReached(RkU32 index) override {
     if (index < goalReached.size()) goalReached[index] = 1;
@@ -115,7 +119,9 @@ class RkSimulatedSystem::Arm : public RkManipulatorController {
   Eigen::Isometry3d baseIsometry;
   RkSimulatedEndEffectorSets endEffectorSetList;
   std::vector<std::vector<int>> effectorIndex;  // [set][end effector] -> controller index
-  std::vector<char> placementAchieved, goalReached;
+  std::vector<RkU32> placementAchieved;         // notifications per end effector of the active set
+  mutable std::vector<char> gaveUp;             // told it may not keep converging since the last step
+  std::vector<char> goalReached;
   RkPositionState::RealVector jointPositions, jointVelocities;
 };
 
@@ -162,6 +168,7 @@ int RkSimulatedSystem::addArm(const std::string& name, const RkKinematicChain& c
   }
   const RkU32 active = static_cast<RkU32>(arm->effectorIndex[sets.activeEndEffectorSet()].size());
   arm->placementAchieved.assign(active, 0);
+  arm->gaveUp.assign(active, 0);
   arm->goalReached.assign(active, 0);
   // One position per link of the model: the joints', then zero for an immobile tip link.
   const RkIndividualManipulator model = modelOf(name, chain);
@@ -188,6 +195,11 @@ RkU32 RkSimulatedSystem::armCount() const {
   return static_cast<RkU32>(m_arms.size());
 }
 
+RkU32 RkSimulatedSystem::placementAchievedCount(RkU32 arm, RkU32 endEffector) const {
+  if (arm >= m_arms.size() || endEffector >= m_arms[arm]->placementAchieved.size()) return 0;
+  return m_arms[arm]->placementAchieved[endEffector];
+}
+
 bool RkSimulatedSystem::command(RkU32 armIndex, const RkManipulatorEndEffectorPlacement& placement,
                                 std::string& error) {
   if (armIndex >= m_arms.size()) {
@@ -207,7 +219,15 @@ bool RkSimulatedSystem::command(RkU32 armIndex, const RkManipulatorEndEffectorPl
 
 bool RkSimulatedSystem::step(double dt, std::string& error) {
   for (RkU32 i = 0; i < m_arms.size(); ++i) {
-    if (!m_arms[i]->controller.step(dt, error)) return false;
+    Arm& arm = *m_arms[i];
+    for (RkU32 e = 0; e < arm.gaveUp.size(); ++e) {
+      if (!arm.gaveUp[e]) continue;
+      arm.gaveUp[e] = 0;
+      if (!arm.controller.restartConvergenceWatch(arm.effectorIndex[arm.activeEndEffectorSetIndex()][e],
+                                                  error))
+        return false;
+    }
+    if (!arm.controller.step(dt, error)) return false;
     refresh(i);
   }
   return true;

@@ -26,6 +26,9 @@ class RkSimulatedSystem : public RkPositionControlSystem, public RkStatedSystem 
              std::string& error);
   RkArmController& armController(RkU32 arm);
   RkU32 armCount() const;
+  // How many times the arm's controller was told that end effector endEffector of its active set had
+  // achieved its placement; 0 for an arm or end effector that is not there.
+  RkU32 placementAchievedCount(RkU32 arm, RkU32 endEffector) const;
 
   // Commands the placements of the active set's end effectors of an arm, in end-effector order.
   bool command(RkU32 arm, const RkManipulatorEndEffectorPlacement& placement, std::string& error);

@@ -1,7 +1,9 @@
 #include "offsets/RkManipulationOffsetContainer.h"
 
+#include "offsets/RkActualPlacementManipulationOffset.h"
 #include "offsets/RkConstantManipulationOffset.h"
 #include "offsets/RkFrameRelativeManipulationOffset.h"
+#include "offsets/RkInterpolatedManipulationOffset.h"
 #include "offsets/RkLinkRelativeManipulationOffset.h"
 #include "offsets/RkObjectRelativeManipulationOffset.h"
 #include "sequencing/RkManipulationTokens.h"
@@ -13,6 +15,10 @@ void RkManipulationOffsetContainer::registerComponentCreators() {
                            &RkFrameRelativeManipulationOffset::creator);
   registerComponentCreator(RkObjectRelativeManipulationOffset::classToken(),
                            &RkObjectRelativeManipulationOffset::creator);
+  registerComponentCreator(RkInterpolatedManipulationOffset::classToken(),
+                           &RkInterpolatedManipulationOffset::creator);
   registerComponentCreator(RkLinkRelativeManipulationOffset::classToken(),
                            &RkLinkRelativeManipulationOffset::creator);
+  registerComponentCreator(RkActualPlacementManipulationOffset::classToken(),
+                           &RkActualPlacementManipulationOffset::creator);
 }

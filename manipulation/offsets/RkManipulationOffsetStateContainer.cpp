@@ -1,7 +1,9 @@
 #include "offsets/RkManipulationOffsetStateContainer.h"
 
+#include "offsets/RkActualPlacementManipulationOffsetState.h"
 #include "offsets/RkConstantManipulationOffsetState.h"
 #include "offsets/RkFrameRelativeManipulationOffsetState.h"
+#include "offsets/RkInterpolatedManipulationOffsetState.h"
 #include "offsets/RkLinkRelativeManipulationOffsetState.h"
 #include "offsets/RkObjectRelativeManipulationOffsetState.h"
 #include "sequencing/RkManipulationTokens.h"
@@ -13,6 +15,10 @@ void RkManipulationOffsetStateContainer::registerComponentCreators() {
                            &RkFrameRelativeManipulationOffsetState::creator);
   registerComponentCreator(RkObjectRelativeManipulationOffsetState::classToken(),
                            &RkObjectRelativeManipulationOffsetState::creator);
+  registerComponentCreator(RkInterpolatedManipulationOffsetState::classToken(),
+                           &RkInterpolatedManipulationOffsetState::creator);
   registerComponentCreator(RkLinkRelativeManipulationOffsetState::classToken(),
                            &RkLinkRelativeManipulationOffsetState::creator);
+  registerComponentCreator(RkActualPlacementManipulationOffsetState::classToken(),
+                           &RkActualPlacementManipulationOffsetState::creator);
 }

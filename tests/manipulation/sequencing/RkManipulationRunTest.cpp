@@ -4,9 +4,13 @@
 
 #include <vector>
 
+#include "events/RkManipulationPlacementAchievedTransitionEvent.h"
 #include "events/RkManipulationTimeDurationTransitionEventState.h"
 #include "manipulation/support/RkAllocationCounter.h"
+#include "manipulation/support/RkFakeControlSystem.h"
 #include "manipulation/support/RkManipulationTestTasks.h"
+#include "offsets/RkActualPlacementManipulationOffset.h"
+#include "offsets/RkInterpolatedManipulationOffset.h"
 #include "sequencing/RkManipulationActionContainer.h"
 #include "support/RkRoundTrip.h"
 
@@ -33,6 +37,68 @@ std::vector<Cycle> run(const RkManipulationSequenceManager& manager,
   for (int cycle = firstCycle; cycle < lastCycle; ++cycle) {
     const RkManipulationStatus::Enum status = manager.update(0.001 * cycle, params, state);
     cycles.push_back({status, manager.endEffectorPlacement(state)});
+    if (status == RkManipulationStatus::Complete || status == RkManipulationStatus::Failure) break;
+  }
+  return cycles;
+}
+
+// Settles for 3 ms, approaches a goal from wherever the arm stands over 10 ms and waits until the arm is
+// there, then holds the arm where it is for 5 ms.
+RkManipulationSequenceManager approachAndHoldTask() {
+  RkConstantManipulationOffset goal;
+  goal.setOffset(RkEndEffectorPlacement(
+      RkCoordinateSystemTransformation(RkVector(0.4, 0.1, 0.3), RkOrientation(0, 1, 0, 0))));
+  RkInterpolatedManipulationOffset approach;
+  RkManipulationOffsetContainer target;
+  target.setElement(goal);
+  approach.setTargetOffset(target);
+  approach.setInterpolationTime(0.01);
+  RkXmlVectorType<RkManipulationOffsetContainer> offsets(1);
+  offsets[0].setElement(approach);
+  RkStandardManipulationFrame approaching =
+      standardFrame("approach", {}, RkManipulationPlacementAchievedTransitionEvent());
+  approaching.setOffsetContainerVector(offsets);
+  offsets[0].setElement(RkActualPlacementManipulationOffset());
+  RkStandardManipulationFrame holding = standardFrame("hold", {}, lasting(0.005));
+  holding.setOffsetContainerVector(offsets);
+  RkManipulationSequence sequence;
+  sequence.add(standardFrame("settle", {placementAt(0.2, 0, 0.5)}, lasting(0.003)));
+  sequence.add(approaching);
+  sequence.add(holding);
+  RkManipulationSequenceManager manager;
+  manager.add("pick", sequence);
+  manager.setSequenceOrder(orderOf({"pick"}));
+  return manager;
+}
+
+// A fake arm of one end effector that closes half the distance to its command every cycle.
+struct LaggingArm {
+  LaggingArm() : system(1) {
+    system.controller.actual[0] = placementAt(0.1, -0.2, 0.6);
+    system.placements.pushBack(RkManipulatorEndEffectorPlacement());
+    system.placements[0].setOffsetInRelative(0, system.controller.actual[0]);
+  }
+  void follow(const RkManipulatorEndEffectorPlacement& commanded) {
+    if (commanded.offsetTransformations().size() == 0) return;
+    RkCoordinateSystemTransformation& actual = system.controller.actual[0];
+    actual =
+        RkEndEffectorPlacement::interpolation(
+            RkEndEffectorPlacement(actual), RkEndEffectorPlacement(commanded.offsetTransformations()[0]), 0.5)
+            .placement();
+    system.placements[0].setOffsetInRelative(0, actual);
+  }
+  RkFakeControlSystem system;
+};
+
+std::vector<Cycle> runOnArm(const RkManipulationSequenceManager& manager,
+                            RkManipulationSequenceManagerState& state, LaggingArm& arm, int firstCycle,
+                            int lastCycle) {
+  std::vector<Cycle> cycles;
+  const RkManipulationUpdateParams params = arm.system.params();
+  for (int cycle = firstCycle; cycle < lastCycle; ++cycle) {
+    const RkManipulationStatus::Enum status = manager.update(0.001 * cycle, params, state);
+    cycles.push_back({status, manager.endEffectorPlacement(state)});
+    arm.follow(cycles.back().placement);
     if (status == RkManipulationStatus::Complete || status == RkManipulationStatus::Failure) break;
   }
   return cycles;
@@ -117,4 +183,37 @@ TEST(RkManipulationRun, steady_state_cycles_allocate_nothing) {
   EXPECT_GT(RkAllocationCounter::stop(), 0);
   EXPECT_GT(steady.cycles, 150);
   EXPECT_EQ(steady.allocations, 0);
+}
+
+TEST(RkManipulationRun, a_state_checkpointed_mid_approach_resumes_cycle_for_cycle_to_the_bit) {
+  const RkManipulationSequenceManager manager = approachAndHoldTask();
+  RkManipulationSequenceManagerState uninterrupted;
+  ASSERT_TRUE(manager.init(uninterrupted));
+  LaggingArm referenceArm;
+  const std::vector<Cycle> reference = runOnArm(manager, uninterrupted, referenceArm, 0, 200);
+  ASSERT_EQ(reference.back().status, RkManipulationStatus::Complete);
+  // The approach interpolates for 10 cycles, then the event waits some more for the lagging arm.
+  std::vector<int> transitions;
+  for (std::size_t cycle = 0; cycle < reference.size(); ++cycle) {
+    if (reference[cycle].status == RkManipulationStatus::Transition) transitions.push_back(cycle);
+  }
+  // Settle starts and ends, approach starts, then interpolates for 10 cycles and waits for the lagging arm.
+  ASSERT_EQ(transitions.size(), 5u);
+  const int approachStart = transitions[2], approachEnd = transitions[3];
+  ASSERT_GT(approachEnd - approachStart, 12);
+
+  // Mid-interpolation, with the event waiting after it, and while holding.
+  for (int stop : {approachStart + 4, approachStart + 9, approachEnd - 1, approachEnd + 3}) {
+    LaggingArm arm;
+    RkManipulationSequenceManagerState first;
+    ASSERT_TRUE(manager.init(first));
+    runOnArm(manager, first, arm, 0, stop);
+    std::string document;
+    ASSERT_TRUE(RkXmlWriter::writeString(first, document));
+    RkManipulationSequenceManagerState resumed;
+    ASSERT_TRUE(RkXmlReader::readString(document, resumed)) << document;
+    const std::vector<Cycle> rest = runOnArm(manager, resumed, arm, stop, 200);
+    EXPECT_TRUE(std::equal(rest.begin(), rest.end(), reference.begin() + stop)) << "stopped at " << stop;
+    EXPECT_EQ(rest.size(), reference.size() - stop);
+  }
 }

@@ -7,9 +7,12 @@
 #include <memory>
 #include <string>
 
+#include "events/RkManipulationPlacementAchievedTransitionEvent.h"
 #include "manipulation/support/RkFakeControlSystem.h"
 #include "manipulation/support/RkManipulationTestTasks.h"
+#include "offsets/RkActualPlacementManipulationOffset.h"
 #include "offsets/RkFrameRelativeManipulationOffset.h"
+#include "offsets/RkInterpolatedManipulationOffset.h"
 #include "offsets/RkLinkRelativeManipulationOffset.h"
 #include "offsets/RkObjectRelativeManipulationOffset.h"
 #include "sequencing/RkManipulationVocabulary.h"
@@ -24,8 +27,6 @@ typedef std::map<RkToken, std::unique_ptr<RkXmlObject>> Samples;
 Samples runnableSamples() {
   Samples samples;
   samples[RkManipulation::RkManipulationTimeDurationTransitionEventToken].reset(lasting(0.5).clone());
-  samples[RkManipulation::RkStandardManipulationFrameToken].reset(
-      standardFrame("sample", {placementAt(0.3, 0.1, 0.4)}, lasting(0.5)).clone());
   // Relative offsets: to the lead frame's goal, to the arm's link "tool0", and to the arm itself.
   auto frameRelative = std::make_unique<RkFrameRelativeManipulationOffset>();
   frameRelative->setObjectFrameAsManipulationFrame();
@@ -38,10 +39,32 @@ Samples runnableSamples() {
   auto objectRelative = std::make_unique<RkObjectRelativeManipulationOffset>();
   objectRelative->setSystemFrameAsManipulationFrame();
   samples[objectRelative->token()] = std::move(objectRelative);
+  // An approach to a constant goal that takes longer than the runs below.
+  RkConstantManipulationOffset goal;
+  goal.setOffset(RkEndEffectorPlacement(placementAt(0.3, 0.1, 0.4)));
+  RkInterpolatedManipulationOffset approach;
+  RkManipulationOffsetContainer target;
+  target.setElement(goal);
+  approach.setTargetOffset(target);
+  approach.setInterpolationTime(10.0);
+  samples[RkManipulation::RkInterpolatedManipulationOffsetToken].reset(approach.clone());
+  // A frame of a constant, an interpolated and an actual-placement offset on the controller's active set,
+  // waiting for placements the fake arm never reaches.
+  RkXmlVectorType<RkManipulationOffsetContainer> offsets(3);
+  offsets[0].setElement(goal);
+  offsets[1].setElement(approach);
+  offsets[2].setElement(RkActualPlacementManipulationOffset());
+  RkStandardManipulationFrame frame =
+      standardFrame("sample", {}, RkManipulationPlacementAchievedTransitionEvent());
+  frame.setOffsetContainerVector(offsets);
+  frame.setActiveEndEffectorSet(RkStandardManipulationFrame::kControllerActiveSet);
+  samples[RkManipulation::RkStandardManipulationFrameToken].reset(frame.clone());
   return samples;
 }
 
-// A controlled arm of one joint whose link "tool0" carries the one end effector, for the kinds that read it.
+// A controlled arm of one joint whose link "tool0" carries the one end effector of set 0, the frames'
+// default, beside the controller's active set of three; no actual placements reach the placement-achieved
+// event, so it waits.
 struct RkOneLinkArm : RkFakeControlSystem {
   RkOneLinkArm() : RkFakeControlSystem(1) {
     RkManipulatorLink link;
@@ -50,6 +73,8 @@ struct RkOneLinkArm : RkFakeControlSystem {
     RkPositionState::RealVector positions;
     positions.pushBack(0.3);
     positionStateList[0].setJointPositions(positions);
+    controller.sets.pushBack(RkFakeController(3).sets[0]);
+    controller.activeSet = 1;
   }
 };
 
