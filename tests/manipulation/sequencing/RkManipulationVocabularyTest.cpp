@@ -8,6 +8,7 @@
 #include <string>
 
 #include "manipulation/support/RkManipulationTestTasks.h"
+#include "manipulation/support/RkNestedFrameTestTasks.h"
 #include "sequencing/RkManipulationVocabulary.h"
 #include "xml/RkXmlReader.h"
 #include "xml/RkXmlWriter.h"
@@ -22,7 +23,29 @@ Samples runnableSamples() {
   samples[RkManipulation::RkManipulationTimeDurationTransitionEventToken].reset(lasting(0.5).clone());
   samples[RkManipulation::RkStandardManipulationFrameToken].reset(
       standardFrame("sample", {placementAt(0.3, 0.1, 0.4)}, lasting(0.5)).clone());
+  // A row of two values over a frame whose offset reads the value: it runs the parametric frame, its
+  // publishing of the value and the offset that reads it.
+  const RkParametricManipulationFrame row = parametricFrame(
+      "row", frameWithOffset("slot", shiftedAlongY(placementAt(0.3, 0.1, 0.4), "y"), lasting(0.1)), "y",
+      {0.0, 0.1});
+  samples[RkManipulation::RkParametricManipulationFrameToken].reset(row.clone());
+  samples[RkManipulation::RkParametricTranslationManipulationOffsetToken].reset(row.clone());
+  samples[RkManipulation::RkSubsequenceManipulationFrameToken].reset(
+      subsequenceFrame("twice", timedSequence(2, 0.08)).clone());
+  RkReferencePoseManipulationOffset atSample;
+  atSample.setPoseName("sample");
+  samples[RkManipulation::RkReferencePoseManipulationOffsetToken].reset(atSample.clone());
   return samples;
+}
+
+// The poses the samples go to.
+const RkPoseSet& samplePoses() {
+  static const RkPoseSet poses = [] {
+    RkPoseSet built;
+    built.addPose(std::string("sample"), placementAt(0.3, 0.1, 0.4));
+    return built;
+  }();
+  return poses;
 }
 
 ::testing::AssertionResult roundTripsAny(const RkXmlObject& object) {
@@ -78,6 +101,8 @@ TEST(RkManipulationVocabulary, every_class_the_documents_can_hold_reads_back_equ
        {"manipulationSequence", "manipulationSequenceState", "standardManipulationFrame",
         "standardManipulationFrameState", "constantManipulationOffset", "constantManipulationOffsetState",
         "timeDurationTransitionEvent", "timeDurationTransitionEventState", "manipulationActionContainer",
+        "parametricManipulationFrameState", "subsequenceManipulationFrameState",
+        "parametricTranslationManipulationOffsetState", "referencePoseManipulationOffset", "poseSet",
         "manipulationActionDirectory"}) {
     EXPECT_TRUE(met[name]) << name << " is not reached from the library's documents";
   }
@@ -110,7 +135,9 @@ TEST(RkManipulationVocabulary, every_frame_offset_and_event_kind_runs_steady_cyc
     manager.setSequenceOrder(orderOf({"only"}));
     RkManipulationSequenceManagerState state;
     ASSERT_TRUE(manager.init(state)) << name;
-    const RkSteadyCycles steady = runCountingAllocations(manager, state, 200);
+    RkManipulationUpdateParams params;
+    params.poseSet = &samplePoses();
+    const RkSteadyCycles steady = runCountingAllocations(manager, state, 200, params);
     ASSERT_NE(steady.last, RkManipulationStatus::Failure) << name << " fails by default: give it a sample";
     EXPECT_GT(steady.cycles, 100) << name;
     EXPECT_EQ(steady.allocations, 0) << name;

@@ -117,9 +117,9 @@ struct RkSteadyCycles {
 // Updates an initialised manager every millisecond until Complete, Failure or cycles updates, counting
 // the allocations of its steady cycles.
 inline RkSteadyCycles runCountingAllocations(const RkManipulationSequenceManager& manager,
-                                             RkManipulationSequenceManagerState& state, int cycles) {
+                                             RkManipulationSequenceManagerState& state, int cycles,
+                                             const RkManipulationUpdateParams& params = {}) {
   RkSteadyCycles steady;
-  RkManipulationUpdateParams params;
   for (int cycle = 0; cycle < cycles; ++cycle) {
     RkAllocationCounter::start();
     steady.last = manager.update(0.001 * cycle, params, state);
