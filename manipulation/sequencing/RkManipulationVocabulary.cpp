@@ -10,10 +10,7 @@ void RkManipulationVocabulary::addDocuments(RkXmlSchema& schema) {
   schema.addRoot(RkManipulationSequenceManagerState());
   // Actions of every kind, as the action containers hold them.
   schema.addRoot(RkManipulationActionContainer());
-<<<<<<< HEAD
   schema.addRoot(RkManipulationActionDirectory());
-=======
   // Named poses, kept apart from the tasks that use them.
   schema.addRoot(RkPoseSet());
->>>>>>> c27511a
 }
