@@ -7,9 +7,12 @@
 #include <memory>
 #include <string>
 
+#include "manipulation/support/RkFakeControlSystem.h"
 #include "manipulation/support/RkManipulationTestTasks.h"
 #include "manipulation/support/RkNestedFrameTestTasks.h"
+#include "sequencing/RkManipulationActionStateContainer.h"
 #include "sequencing/RkManipulationVocabulary.h"
+#include "waypoints/RkWaypointSequence.h"
 #include "xml/RkXmlReader.h"
 #include "xml/RkXmlWriter.h"
 
@@ -17,9 +20,25 @@ namespace {
 
 typedef std::map<RkToken, std::unique_ptr<RkXmlObject>> Samples;
 
+// A corner of 2 cm zones that ActionArm's moving tool is already inside: its curve runs from the first cycle.
+RkWaypointSequence cornerSample() {
+  RkWaypointSequence corner;
+  for (RkReal y : {0.1, 0.3}) {
+    RkManipulationWaypoint waypoint;
+    RkManipulatorEndEffectorPlacement goal;
+    goal.setOffsetInRelative(0, placementAt(0.3, y, 0.4));
+    waypoint.setGoal(goal);
+    waypoint.setZoneRadius(0.02);
+    corner.add(waypoint);
+  }
+  return corner;
+}
+
 // Filled objects for the classes whose default object does not run; a default object stands for the rest.
 Samples runnableSamples() {
   Samples samples;
+  samples[RkManipulation::RkWaypointSequenceToken].reset(cornerSample().clone());
+  samples[RkManipulation::RkManipulationSequenceToken].reset(timedSequence(1, 0.5).clone());
   samples[RkManipulation::RkManipulationTimeDurationTransitionEventToken].reset(lasting(0.5).clone());
   samples[RkManipulation::RkStandardManipulationFrameToken].reset(
       standardFrame("sample", {placementAt(0.3, 0.1, 0.4)}, lasting(0.5)).clone());
@@ -103,7 +122,7 @@ TEST(RkManipulationVocabulary, every_class_the_documents_can_hold_reads_back_equ
         "timeDurationTransitionEvent", "timeDurationTransitionEventState", "manipulationActionContainer",
         "parametricManipulationFrameState", "subsequenceManipulationFrameState",
         "parametricTranslationManipulationOffsetState", "referencePoseManipulationOffset", "poseSet",
-        "manipulationActionDirectory"}) {
+        "manipulationActionDirectory", "waypointSequence", "manipulationWaypoint", "bezierInterpolator"}) {
     EXPECT_TRUE(met[name]) << name << " is not reached from the library's documents";
   }
   // Every creator of every container met made a class that was met too.
@@ -143,4 +162,60 @@ TEST(RkManipulationVocabulary, every_frame_offset_and_event_kind_runs_steady_cyc
     EXPECT_EQ(steady.allocations, 0) << name;
   }
   EXPECT_GE(kinds, 3);
+}
+
+namespace {
+
+// An action run in the manager's place, so that its steady cycles are counted as a manager's are.
+class RkActionRun : public RkManipulationSequenceManager {
+ public:
+  explicit RkActionRun(const RkManipulationAction& action) : m_action(action) {}
+  RkBoolean init() const { return m_action.init(m_state); }
+  const RkManipulationActionState& state() const { return *m_state.element(); }
+  RkManipulationStatus::Enum update(RkReal time, const RkManipulationUpdateParams& params,
+                                    RkManipulationSequenceManagerState&) const override {
+    return m_action.update(time, params, *m_state.element());
+  }
+
+ private:
+  const RkManipulationAction& m_action;
+  mutable RkManipulationActionStateContainer m_state;
+};
+
+// One point end effector standing 2 cm before the sample corner, moving towards it at 1 cm/s.
+struct ActionArm : RkFakeControlSystem {
+  ActionArm() : RkFakeControlSystem(1) {
+    controller.actual[0] = placementAt(0.28, 0.1, 0.4);
+    controller.linearVelocity[0] = RkVector(0.01, 0, 0);
+  }
+};
+
+}  // namespace
+
+TEST(RkManipulationVocabulary, every_action_kind_runs_steady_cycles_without_allocating) {
+  RkXmlSchema schema;
+  RkManipulationVocabulary::addDocuments(schema);
+  const Samples samples = runnableSamples();
+  ActionArm arm;
+  int kinds = 0;
+  for (const auto& prototype : schema.classes()) {
+    const auto sample = samples.find(prototype->token());
+    const auto* action = dynamic_cast<const RkManipulationAction*>(
+        sample != samples.end() ? sample->second.get() : prototype.get());
+    if (!action) continue;
+    ++kinds;
+    const std::string name(action->token().localName());
+    RkActionRun run(*action);
+    ASSERT_TRUE(run.init()) << name;
+    RkManipulationSequenceManagerState unused;
+    const RkSteadyCycles steady = runCountingAllocations(run, unused, 200, arm.params());
+    ASSERT_NE(steady.last, RkManipulationStatus::Failure) << name << " fails by default: give it a sample";
+    EXPECT_GT(steady.cycles, 100) << name;
+    EXPECT_EQ(steady.allocations, 0) << name;
+    // A waypoint sequence profiles its end effector's position while its corner curve runs.
+    if (dynamic_cast<const RkWaypointSequence*>(action)) {
+      EXPECT_EQ(action->profiledPositionEndEffectorIndices(run.state()).size(), 1u) << "no corner curve ran";
+    }
+  }
+  EXPECT_GE(kinds, 2);
 }
