@@ -48,6 +48,9 @@ RkBoolean RkManipulationWaypoint::init(RkReal, const RkManipulationUpdateParams&
                                        const RkWaypointSequenceState& state, RkU32 index) const {
   const RkManipulationWaypointVector& waypoints = sequence.waypoints();
   if (index >= waypoints.size()) return false;
+  // Until this init succeeds, an update finds no goal and fails.
+  m_working.goalToUse = RkManipulatorEndEffectorPlacement();
+  m_working.previousWaypoint = m_working.nextWaypoint = nullptr;
   const RkU32 endEffectorIndex = sequence.endEffectorIndex();
   m_working.endEffectorIndex = endEffectorIndex;
   const RkEndEffectorSet& set = sequence.endEffectorSet(params, state);
@@ -63,25 +66,26 @@ RkBoolean RkManipulationWaypoint::init(RkReal, const RkManipulationUpdateParams&
                          "RkManipulationWaypoint::init - only point or frame end-effector is supported.\n");
     return false;
   }
-  m_working.previousWaypoint = index > 0 ? &waypoints[index - 1] : nullptr;
-  m_working.nextWaypoint = index + 1 < waypoints.size() ? &waypoints[index + 1] : nullptr;
-  if (const RkManipulationWaypoint* next = m_working.nextWaypoint) {
+  const RkManipulationWaypoint* next = index + 1 < waypoints.size() ? &waypoints[index + 1] : nullptr;
+  if (next) {
     // Its goal must be known before the corner towards it begins; it moves the same end effector.
     next->m_working.endEffectorIndex = endEffectorIndex;
     next->findGoalToUse(params.poseSet);
   }
   findGoalToUse(params.poseSet);
-  for (RkU32 checked = index; checked <= index + 1 && checked < waypoints.size(); ++checked) {
-    const RkManipulationWaypoint& waypoint = waypoints[checked];
-    if (endEffectorIndex >= waypoint.m_working.goalToUse.offsetTransformations().size()) {
+  for (const RkManipulationWaypoint* waypoint : {this, next}) {
+    if (waypoint && endEffectorIndex >= waypoint->m_working.goalToUse.offsetTransformations().size()) {
       Rk::Print::writeFrom(
           __PRETTY_FUNCTION__, 4,
           "RkManipulationWaypoint::init - waypoint %u has no desired placement for end-effector "
           "%u.\n",
-          checked, endEffectorIndex);
+          waypoint == this ? index : index + 1, endEffectorIndex);
+      m_working.goalToUse = RkManipulatorEndEffectorPlacement();
       return false;
     }
   }
+  m_working.previousWaypoint = index > 0 ? &waypoints[index - 1] : nullptr;
+  m_working.nextWaypoint = next;
   m_working.goal = m_working.goalToUse;
   m_working.profiledPositionEndEffectorIndices.clear();
   m_working.blendStartTime = kNoCurve;
