@@ -74,7 +74,7 @@ RkBoolean RkManipulationWaypoint::init(RkReal, const RkManipulationUpdateParams&
   }
   findGoalToUse(params.poseSet);
   for (const RkManipulationWaypoint* waypoint : {this, next}) {
-    if (waypoint && endEffectorIndex >= waypoint->m_working.goalToUse.offsetTransformations().size()) {
+    if (waypoint && !waypoint->hasGoalToUseFor(endEffectorIndex)) {
       Rk::Print::writeFrom(
           __PRETTY_FUNCTION__, 4,
           "RkManipulationWaypoint::init - waypoint %u has no desired placement for end-effector "
@@ -96,6 +96,10 @@ RkBoolean RkManipulationWaypoint::init(RkReal, const RkManipulationUpdateParams&
     m_interpolatorContainer.setElement(static_cast<const RkWaypointInterpolator&>(*fresh));
   }
   return true;
+}
+
+RkBoolean RkManipulationWaypoint::hasGoalToUseFor(RkU32 endEffectorIndex) const {
+  return endEffectorIndex < m_working.goalToUse.offsetTransformations().size();
 }
 
 void RkManipulationWaypoint::setUpCorner(RkReal time, const RkCoordinateSystemTransformation& actual,
@@ -157,8 +161,9 @@ RkManipulationStatus::Enum RkManipulationWaypoint::update(RkReal time,
   RkManipulatorController* controller =
       system ? system->manipulatorController(params.controllerIndex) : nullptr;
   RkCoordinateSystemTransformation actual;
-  if (!controller || endEffectorIndex >= set.size() ||
-      endEffectorIndex >= m_working.goalToUse.offsetTransformations().size() ||
+  const RkManipulationWaypoint* next = m_working.nextWaypoint;
+  if (!controller || endEffectorIndex >= set.size() || !hasGoalToUseFor(endEffectorIndex) ||
+      (next && !next->hasGoalToUseFor(endEffectorIndex)) ||
       !system->actualPlacement(params.controllerIndex, endEffectorIndex, actual)) {
     Rk::Print::write(
         4, "RkManipulationWaypoint::update end-effector %u has no actual placement or goal; init first.\n",
@@ -167,7 +172,7 @@ RkManipulationStatus::Enum RkManipulationWaypoint::update(RkReal time,
   }
   const RkCoordinateSystemTransformation& goal =
       m_working.goalToUse.offsetTransformations()[endEffectorIndex];
-  const bool roundsCorner = m_working.nextWaypoint && !m_stopPoint.value() && m_zoneRadius.value() != 0.0;
+  const bool roundsCorner = next && !m_stopPoint.value() && m_zoneRadius.value() != 0.0;
   if (roundsCorner && m_working.blendStartTime == kNoCurve) {
     if (actual.translation().approxEq(goal.translation(), m_zoneRadius)) {
       RkVector linear, angular;
@@ -185,7 +190,7 @@ RkManipulationStatus::Enum RkManipulationWaypoint::update(RkReal time,
     RkVector position, velocity;
     if (!interpolator->interpolate(ahead, position, velocity)) {
       // The curve is over: head for the next goal while the sequence moves on to its waypoint.
-      m_working.goal = m_working.nextWaypoint->m_working.goalToUse;
+      m_working.goal = next->m_working.goalToUse;
       m_working.blendStartTime = kNoCurve;
       m_working.profiledPositionEndEffectorIndices.clear();
       m_working.cornerFlag = false;

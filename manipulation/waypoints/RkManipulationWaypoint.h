@@ -95,6 +95,8 @@ class RkManipulationWaypoint : public RkXmlConcreteClass<RkManipulationWaypoint,
     RkBoolean cornerFlag = false;
   };
 
+  // Whether the goal to use holds a placement for the end effector.
+  RkBoolean hasGoalToUseFor(RkU32 endEffectorIndex) const;
   // Starts the corner curve from the end effector's actual placement past the goal towards the next goal.
   void setUpCorner(RkReal time, const RkCoordinateSystemTransformation& actual,
                    const RkVector& linearVelocity, RkReal maximumAcceleration,
