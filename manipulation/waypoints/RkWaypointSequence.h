@@ -1,8 +1,9 @@
 #pragma once
 // Moves one end effector through its waypoints one after another, rounding off each corner inside its zone:
-//   <waypointSequence><manipulationWaypointVector count="2"><element><manipulationWaypoint>...
-//   </manipulationWaypoint></element>...</manipulationWaypointVector>
-//   <activeEndEffectorSet>0</activeEndEffectorSet><endEffectorIndex>0</endEffectorIndex></waypointSequence>
+//   <waypointSequence><manipulationWaypointVector count="2">
+//     <element><desiredPlacement>...</desiredPlacement><zoneRadius>0.02</zoneRadius></element>
+//     <element><stopPoint>true</stopPoint><desiredPlacement>...</desiredPlacement></element>
+//   </manipulationWaypointVector><endEffectorIndex>0</endEffectorIndex></waypointSequence>
 #include "common/RkDataMap.h"
 #include "control/RkEndEffectorSet.h"
 #include "sequencing/RkManipulationAction.h"
