@@ -12,6 +12,7 @@
 //
 // step() does not allocate once the end effectors are added.
 #include <Eigen/Cholesky>
+#include <algorithm>
 #include <random>
 #include <string>
 #include <vector>
@@ -48,7 +49,7 @@ class RkArmController {
     double timeout = 10.0;
     // An error (m, as above) this small leaves nothing to converge: neither stall nor time-out applies.
     double settledError = 1e-6;
-    // lookAheadTime() is this many of the last cycle times.
+    // Cycles a command takes to act, counted in lookAheadTime().
     int lookAheadCycles = 1;
     // Starting joint positions the recovery search tries when the approach stalls; 0 turns recovery off.
     int recoverySeeds = 48;
@@ -118,9 +119,13 @@ class RkArmController {
 
   // Time simulated since construction (s).
   double time() const { return m_time; }
-  // How far ahead of the current time a goal generator should aim so that the controller's reaction delay
-  // is covered: lookAheadCycles times the last cycle time (1 ms before the first step).
-  double lookAheadTime() const { return m_settings.lookAheadCycles * m_lastDt; }
+  // How far ahead of the current time a goal generator should aim so that the end effector keeps up with a
+  // goal that moves on steadily: lookAheadCycles cycles for a command to act, plus the time by which an
+  // approach that removes `gain` of the error per second (at most all of it in one cycle) trails such a goal.
+  // The last cycle time is 1 ms before the first step.
+  double lookAheadTime() const {
+    return m_settings.lookAheadCycles * m_lastDt + 1.0 / std::min(m_settings.gain, 1.0 / m_lastDt);
+  }
 
  private:
   struct Effector {

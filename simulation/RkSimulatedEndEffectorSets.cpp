@@ -1,6 +1,7 @@
 #include "simulation/RkSimulatedEndEffectorSets.h"
 
 #include <fstream>
+#include <memory>
 
 #include "control/RkFrameEndEffector.h"
 #include "xml/RkXmlReader.h"
@@ -46,4 +47,18 @@ bool RkSimulatedEndEffectorSets::forRobot(const std::string& robotPath, const st
   }
   sets = RkSimulatedEndEffectorSets();
   return RkXmlReader::readFile(path, sets);
+}
+
+void RkSimulatedEndEffectorSets::fillDefaultMaximumAccelerations() {
+  for (RkEndEffectorSet& set : m_endEffectorSets.vectorContainer()) {
+    RkEndEffectorSet filled;
+    for (RkU32 e = 0; e < set.size(); ++e) {
+      std::unique_ptr<RkEndEffector> endEffector(static_cast<RkEndEffector*>(set.endEffector(e)->clone()));
+      if (!(endEffector->maximumAcceleration() > 0.0)) {
+        endEffector->setMaximumAcceleration(kDefaultMaximumAcceleration);
+      }
+      filled.add(*endEffector);
+    }
+    set = filled;
+  }
 }

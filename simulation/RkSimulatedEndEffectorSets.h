@@ -1,7 +1,8 @@
 #pragma once
 // The end-effector sets of a simulated arm and the posture it starts in, read from a small file beside its
 // robot description (ur5e.urdf -> ur5e.endeffectors.xml); without one, a single frame end effector on the
-// tip link and all joints at zero.
+// tip link and all joints at zero. An end effector whose set-up names no maximumAcceleration (or one that is
+// not positive) is driven with kDefaultMaximumAcceleration.
 //   <simulatedEndEffectorSets>
 //     <homeJointPositions count="6"><group>0 -1.57 1.57 -1.57 -1.57 0</group></homeJointPositions>
 //     <activeEndEffectorSet>0</activeEndEffectorSet>
@@ -33,6 +34,13 @@ class RkSimulatedEndEffectorSets : public RkXmlConcreteClass<RkSimulatedEndEffec
                        RkSimulatedEndEffectorSets& sets);
   // The file that forRobot looks for.
   static std::string fileFor(const std::string& robotPath);
+
+  // The maximum acceleration (length unit per second squared) of an end effector whose set-up names none: a
+  // moderate tool acceleration, well within what the simulated controller's speed caps allow.
+  static constexpr RkReal kDefaultMaximumAcceleration = 1.2;
+  // Gives every end effector without a positive maximum acceleration the default; the sets must hold no empty
+  // entry.
+  void fillDefaultMaximumAccelerations();
 
   // Joint positions to start from; empty means all zero.
   const RealVector& homeJointPositions() const { return m_homeJointPositions; }

@@ -104,7 +104,7 @@ class RkSimulatedSystem::Arm : public RkManipulatorController {
     if (index < placementAchieved.size()) ++placementAchieved[index];
   }
   void notifyGoalReached(RkU32 index) override {
-    if (index < goalReached.size()) goalReached[index] = 1;
+    if (index < goalReached.size()) ++goalReached[index];
   }
 
   // The controller's status of end effector index of the active set, or null.
@@ -121,7 +121,7 @@ class RkSimulatedSystem::Arm : public RkManipulatorController {
   std::vector<std::vector<int>> effectorIndex;  // [set][end effector] -> controller index
   std::vector<RkU32> placementAchieved;         // notifications per end effector of the active set
   mutable std::vector<char> gaveUp;             // told it may not keep converging since the last step
-  std::vector<char> goalReached;
+  std::vector<RkU32> goalReached;               // notifications per end effector of the active set
   RkPositionState::RealVector jointPositions, jointVelocities;
 };
 
@@ -155,6 +155,7 @@ int RkSimulatedSystem::addArm(const std::string& name, const RkKinematicChain& c
       arm->effectorIndex[s].push_back(index);
     }
   }
+  arm->endEffectorSetList.fillDefaultMaximumAccelerations();
   const RkSimulatedEndEffectorSets::RealVector& home = sets.homeJointPositions();
   if (home.size() > 0) {
     if (home.size() != static_cast<RkU32>(chain.jointCount())) {
@@ -240,6 +241,11 @@ bool RkSimulatedSystem::canReach(RkU32 armIndex, RkU32 set, RkU32 endEffector,
   if (set >= arm.effectorIndex.size() || endEffector >= arm.effectorIndex[set].size()) return false;
   return arm.controller.canReach(arm.effectorIndex[set][endEffector],
                                  arm.baseIsometry.inverse() * toIsometry(goal));
+}
+
+RkU32 RkSimulatedSystem::goalReachedCount(RkU32 arm, RkU32 endEffector) const {
+  if (arm >= m_arms.size() || endEffector >= m_arms[arm]->goalReached.size()) return 0;
+  return m_arms[arm]->goalReached[endEffector];
 }
 
 void RkSimulatedSystem::refresh(RkU32 index) {

@@ -37,6 +37,9 @@ class RkSimulatedSystem : public RkPositionControlSystem, public RkStatedSystem 
   // Whether end effector `endEffector` of end-effector set `set` of an arm can be put at `goal` (in the
   // system frame) within the arm's joint limits; false for an arm, set or end effector that is not there.
   bool canReach(RkU32 arm, RkU32 set, RkU32 endEffector, const RkCoordinateSystemTransformation& goal) const;
+  // How many times the arm's controller was told that end effector endEffector of its active set reached the
+  // final goal of the running action; 0 for an arm or end effector that is not there.
+  RkU32 goalReachedCount(RkU32 arm, RkU32 endEffector) const;
 
   // Position-control system.
   RkU32 manipulatorControllerCount() const override;

@@ -6,6 +6,8 @@
 #include "offsets/RkInterpolatedManipulationOffset.h"
 #include "offsets/RkLinkRelativeManipulationOffset.h"
 #include "offsets/RkObjectRelativeManipulationOffset.h"
+#include "offsets/RkParametricTranslationManipulationOffset.h"
+#include "offsets/RkReferencePoseManipulationOffset.h"
 #include "sequencing/RkManipulationTokens.h"
 
 void RkManipulationOffsetContainer::registerComponentCreators() {
@@ -21,4 +23,8 @@ void RkManipulationOffsetContainer::registerComponentCreators() {
                            &RkLinkRelativeManipulationOffset::creator);
   registerComponentCreator(RkActualPlacementManipulationOffset::classToken(),
                            &RkActualPlacementManipulationOffset::creator);
+  registerComponentCreator(RkParametricTranslationManipulationOffset::classToken(),
+                           &RkParametricTranslationManipulationOffset::creator);
+  registerComponentCreator(RkReferencePoseManipulationOffset::classToken(),
+                           &RkReferencePoseManipulationOffset::creator);
 }

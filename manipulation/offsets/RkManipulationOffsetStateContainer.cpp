@@ -6,6 +6,7 @@
 #include "offsets/RkInterpolatedManipulationOffsetState.h"
 #include "offsets/RkLinkRelativeManipulationOffsetState.h"
 #include "offsets/RkObjectRelativeManipulationOffsetState.h"
+#include "offsets/RkParametricTranslationManipulationOffsetState.h"
 #include "sequencing/RkManipulationTokens.h"
 
 void RkManipulationOffsetStateContainer::registerComponentCreators() {
@@ -21,4 +22,7 @@ void RkManipulationOffsetStateContainer::registerComponentCreators() {
                            &RkLinkRelativeManipulationOffsetState::creator);
   registerComponentCreator(RkActualPlacementManipulationOffsetState::classToken(),
                            &RkActualPlacementManipulationOffsetState::creator);
+  registerComponentCreator(RkParametricTranslationManipulationOffsetState::classToken(),
+                           &RkParametricTranslationManipulationOffsetState::creator);
+  // The reference-pose offset's state is left out on purpose: it is rebuilt by init, never read back.
 }

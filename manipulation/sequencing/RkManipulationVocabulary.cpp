@@ -3,6 +3,7 @@
 #include "sequencing/RkManipulationActionContainer.h"
 #include "sequencing/RkManipulationActionDirectory.h"
 #include "sequencing/RkManipulationSequenceManager.h"
+#include "sequencing/RkPoseSet.h"
 
 void RkManipulationVocabulary::addDocuments(RkXmlSchema& schema) {
   schema.addRoot(RkManipulationSequenceManager());
@@ -10,4 +11,6 @@ void RkManipulationVocabulary::addDocuments(RkXmlSchema& schema) {
   // Actions of every kind, as the action containers hold them.
   schema.addRoot(RkManipulationActionContainer());
   schema.addRoot(RkManipulationActionDirectory());
+  // Named poses, kept apart from the tasks that use them.
+  schema.addRoot(RkPoseSet());
 }

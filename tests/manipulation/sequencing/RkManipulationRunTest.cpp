@@ -6,9 +6,11 @@
 
 #include "events/RkManipulationPlacementAchievedTransitionEvent.h"
 #include "events/RkManipulationTimeDurationTransitionEventState.h"
+#include "foundation/RkPrint.h"
 #include "manipulation/support/RkAllocationCounter.h"
 #include "manipulation/support/RkFakeControlSystem.h"
 #include "manipulation/support/RkManipulationTestTasks.h"
+#include "manipulation/support/RkNestedFrameTestTasks.h"
 #include "offsets/RkActualPlacementManipulationOffset.h"
 #include "offsets/RkInterpolatedManipulationOffset.h"
 #include "sequencing/RkManipulationActionContainer.h"
@@ -21,6 +23,22 @@ RkManipulationSequenceManager pickTask() {
   manager.add("approach", timedSequence(3, 0.004, 0.3));
   manager.add("retreat", timedSequence(2, 0.003, 0.6));
   manager.setSequenceOrder(orderOf({"approach", "retreat", "approach"}));
+  return manager;
+}
+
+// A row of three placements, a grasp held past its subsequence by its event, then a retreat.
+RkManipulationSequenceManager nestedTask() {
+  RkManipulationSequence palletise;
+  palletise.add(parametricFrame(
+      "row", frameWithOffset("place", shiftedAlongY(placementAt(0.4, 0, 0.2), "y"), lasting(0.004)), "y",
+      {0.0, 0.1, 0.2}));
+  RkSubsequenceManipulationFrame grasp = subsequenceFrame("grasp", timedSequence(3, 0.003));
+  setEvent(grasp, lasting(0.012));
+  palletise.add(grasp);
+  palletise.add(standardFrame("retreat", {placementAt(0.3, 0, 0.4)}, lasting(0.003)));
+  RkManipulationSequenceManager manager;
+  manager.add("palletise", palletise);
+  manager.setSequenceOrder(orderOf({"palletise"}));
   return manager;
 }
 
@@ -143,6 +161,79 @@ TEST(RkManipulationRun, a_state_checkpointed_mid_run_resumes_cycle_for_cycle) {
     EXPECT_TRUE(std::equal(rest.begin(), rest.end(), reference.begin() + stop)) << "stopped at " << stop;
     EXPECT_EQ(rest.size(), reference.size() - stop);
   }
+}
+
+TEST(RkManipulationRun, a_state_checkpointed_inside_a_parametric_value_or_a_subsequence_resumes_exactly) {
+  const RkManipulationSequenceManager manager = nestedTask();
+  RkManipulationSequenceManagerState uninterrupted;
+  ASSERT_TRUE(manager.init(uninterrupted));
+  const std::vector<Cycle> reference = run(manager, uninterrupted, 0, 100);
+  ASSERT_EQ(reference.back().status, RkManipulationStatus::Complete);
+  EXPECT_TRUE(roundTrips(manager));
+
+  int inSecondValue = 0, insideSubsequence = 0;
+  for (int stop = 1; stop < static_cast<int>(reference.size()); ++stop) {
+    RkManipulationSequenceManagerState first;
+    ASSERT_TRUE(manager.init(first));
+    run(manager, first, 0, stop);
+    const auto& sequenceState =
+        dynamic_cast<const RkManipulationSequenceState&>(*first.currentSequenceStateContainer().element());
+    const RkManipulationFrameState* frameState = sequenceState.currentFrameState();
+    if (const auto* row = dynamic_cast<const RkParametricManipulationFrameState*>(frameState)) {
+      inSecondValue += row->parametricIndex() == 1;
+    }
+    if (const auto* grasp = dynamic_cast<const RkSubsequenceManipulationFrameState*>(frameState)) {
+      insideSubsequence +=
+          dynamic_cast<const RkManipulationSequenceState&>(*grasp->subsequenceState()).currentFrameIndex() ==
+          1;
+    }
+    std::string document;
+    ASSERT_TRUE(RkXmlWriter::writeString(first, document));
+    RkManipulationSequenceManagerState resumed;
+    ASSERT_TRUE(RkXmlReader::readString(document, resumed)) << document;
+    ASSERT_EQ(resumed, first) << "stopped at " << stop;
+    const std::vector<Cycle> rest = run(manager, resumed, stop, 100);
+    EXPECT_TRUE(std::equal(rest.begin(), rest.end(), reference.begin() + stop)) << "stopped at " << stop;
+    EXPECT_EQ(rest.size(), reference.size() - stop);
+  }
+  EXPECT_GE(inSecondValue, 3);
+  EXPECT_GE(insideSubsequence, 3);
+}
+
+TEST(RkManipulationRun, a_run_read_back_inside_a_reference_pose_frame_fails_and_restarts_at_a_frame_start) {
+  RkPoseSet poses;
+  poses.addPose(std::string("pick"), placementAt(0.4, 0, 0.1));
+  RkReferencePoseManipulationOffset atPick;
+  atPick.setPoseName("pick");
+  RkManipulationSequence sequence;
+  sequence.add(frameWithOffset("at pick", atPick, lasting(0.005)));
+  sequence.add(frameWithOffset("again", atPick, lasting(0.005)));
+  RkManipulationSequenceManager manager;
+  manager.add("pick", sequence);
+  manager.setSequenceOrder(orderOf({"pick"}));
+  RkManipulationUpdateParams params;
+  params.poseSet = &poses;
+  RkManipulationSequenceManagerState state;
+  ASSERT_TRUE(manager.init(state));
+  for (int cycle = 0; cycle < 3; ++cycle) manager.update(0.001 * cycle, params, state);
+  std::string document;
+  ASSERT_TRUE(RkXmlWriter::writeString(state, document));
+  Rk::Print::Capture capture;
+  RkManipulationSequenceManagerState resumed;
+  RkXmlReader::readString(document, resumed);
+  EXPECT_EQ(manager.update(0.003, params, resumed), RkManipulationStatus::Failure);
+  EXPECT_NE(capture.text().find("RkStandardManipulationFrame::update missing offset container element.\n"),
+            std::string::npos);
+
+  // Read back where the next frame is to start, the run goes on: init looks the pose up afresh.
+  for (int cycle = 3; cycle < 6; ++cycle) manager.update(0.001 * cycle, params, state);
+  auto& sequenceState =
+      dynamic_cast<RkManipulationSequenceState&>(*state.currentSequenceStateContainer().element());
+  ASSERT_TRUE(sequenceState.currentFrameIsComplete());
+  ASSERT_TRUE(RkXmlWriter::writeString(state, document));
+  RkXmlReader::readString(document, resumed);
+  EXPECT_EQ(manager.update(0.006, params, resumed), RkManipulationStatus::Transition);
+  EXPECT_EQ(manager.endEffectorPlacement(resumed).offsetTransformations()[0], placementAt(0.4, 0, 0.1));
 }
 
 TEST(RkManipulationRun, one_description_runs_in_two_states_side_by_side) {

@@ -10,12 +10,15 @@
 #include "events/RkManipulationPlacementAchievedTransitionEvent.h"
 #include "manipulation/support/RkFakeControlSystem.h"
 #include "manipulation/support/RkManipulationTestTasks.h"
+#include "manipulation/support/RkNestedFrameTestTasks.h"
 #include "offsets/RkActualPlacementManipulationOffset.h"
 #include "offsets/RkFrameRelativeManipulationOffset.h"
 #include "offsets/RkInterpolatedManipulationOffset.h"
 #include "offsets/RkLinkRelativeManipulationOffset.h"
 #include "offsets/RkObjectRelativeManipulationOffset.h"
+#include "sequencing/RkManipulationActionStateContainer.h"
 #include "sequencing/RkManipulationVocabulary.h"
+#include "waypoints/RkWaypointSequence.h"
 #include "xml/RkXmlReader.h"
 #include "xml/RkXmlWriter.h"
 
@@ -23,9 +26,25 @@ namespace {
 
 typedef std::map<RkToken, std::unique_ptr<RkXmlObject>> Samples;
 
+// A corner of 2 cm zones that ActionArm's moving tool is already inside: its curve runs from the first cycle.
+RkWaypointSequence cornerSample() {
+  RkWaypointSequence corner;
+  for (RkReal y : {0.1, 0.3}) {
+    RkManipulationWaypoint waypoint;
+    RkManipulatorEndEffectorPlacement goal;
+    goal.setOffsetInRelative(0, placementAt(0.3, y, 0.4));
+    waypoint.setGoal(goal);
+    waypoint.setZoneRadius(0.02);
+    corner.add(waypoint);
+  }
+  return corner;
+}
+
 // Filled objects for the classes whose default object does not run; a default object stands for the rest.
 Samples runnableSamples() {
   Samples samples;
+  samples[RkManipulation::RkWaypointSequenceToken].reset(cornerSample().clone());
+  samples[RkManipulation::RkManipulationSequenceToken].reset(timedSequence(1, 0.5).clone());
   samples[RkManipulation::RkManipulationTimeDurationTransitionEventToken].reset(lasting(0.5).clone());
   // Relative offsets: to the lead frame's goal, to the arm's link "tool0", and to the arm itself.
   auto frameRelative = std::make_unique<RkFrameRelativeManipulationOffset>();
@@ -59,6 +78,18 @@ Samples runnableSamples() {
   frame.setOffsetContainerVector(offsets);
   frame.setActiveEndEffectorSet(RkStandardManipulationFrame::kControllerActiveSet);
   samples[RkManipulation::RkStandardManipulationFrameToken].reset(frame.clone());
+  // A row of two values over a frame whose offset reads the value: it runs the parametric frame, its
+  // publishing of the value and the offset that reads it.
+  const RkParametricManipulationFrame row = parametricFrame(
+      "row", frameWithOffset("slot", shiftedAlongY(placementAt(0.3, 0.1, 0.4), "y"), lasting(0.1)), "y",
+      {0.0, 0.1});
+  samples[RkManipulation::RkParametricManipulationFrameToken].reset(row.clone());
+  samples[RkManipulation::RkParametricTranslationManipulationOffsetToken].reset(row.clone());
+  samples[RkManipulation::RkSubsequenceManipulationFrameToken].reset(
+      subsequenceFrame("twice", timedSequence(2, 0.08)).clone());
+  RkReferencePoseManipulationOffset atSample;
+  atSample.setPoseName("sample");
+  samples[RkManipulation::RkReferencePoseManipulationOffsetToken].reset(atSample.clone());
   return samples;
 }
 
@@ -77,6 +108,16 @@ struct RkOneLinkArm : RkFakeControlSystem {
     controller.activeSet = 1;
   }
 };
+
+// The poses the samples go to.
+const RkPoseSet& samplePoses() {
+  static const RkPoseSet poses = [] {
+    RkPoseSet built;
+    built.addPose(std::string("sample"), placementAt(0.3, 0.1, 0.4));
+    return built;
+  }();
+  return poses;
+}
 
 ::testing::AssertionResult roundTripsAny(const RkXmlObject& object) {
   std::string first, second;
@@ -131,7 +172,9 @@ TEST(RkManipulationVocabulary, every_class_the_documents_can_hold_reads_back_equ
        {"manipulationSequence", "manipulationSequenceState", "standardManipulationFrame",
         "standardManipulationFrameState", "constantManipulationOffset", "constantManipulationOffsetState",
         "timeDurationTransitionEvent", "timeDurationTransitionEventState", "manipulationActionContainer",
-        "manipulationActionDirectory"}) {
+        "parametricManipulationFrameState", "subsequenceManipulationFrameState",
+        "parametricTranslationManipulationOffsetState", "referencePoseManipulationOffset", "poseSet",
+        "manipulationActionDirectory", "waypointSequence", "manipulationWaypoint", "bezierInterpolator"}) {
     EXPECT_TRUE(met[name]) << name << " is not reached from the library's documents";
   }
   // Every creator of every container met made a class that was met too.
@@ -166,10 +209,68 @@ TEST(RkManipulationVocabulary, every_frame_offset_and_event_kind_runs_steady_cyc
     manager.setSequenceOrder(orderOf({"only"}));
     RkManipulationSequenceManagerState state;
     ASSERT_TRUE(manager.init(state)) << name;
-    const RkSteadyCycles steady = runCountingAllocations(manager, state, 200, arm.params());
+    RkManipulationUpdateParams params = arm.params();
+    params.poseSet = &samplePoses();
+    const RkSteadyCycles steady = runCountingAllocations(manager, state, 200, params);
     ASSERT_NE(steady.last, RkManipulationStatus::Failure) << name << " fails by default: give it a sample";
     EXPECT_GT(steady.cycles, 100) << name;
     EXPECT_EQ(steady.allocations, 0) << name;
   }
   EXPECT_GE(kinds, 3);
+}
+
+namespace {
+
+// An action run in the manager's place, so that its steady cycles are counted as a manager's are.
+class RkActionRun : public RkManipulationSequenceManager {
+ public:
+  explicit RkActionRun(const RkManipulationAction& action) : m_action(action) {}
+  RkBoolean init() const { return m_action.init(m_state); }
+  const RkManipulationActionState& state() const { return *m_state.element(); }
+  RkManipulationStatus::Enum update(RkReal time, const RkManipulationUpdateParams& params,
+                                    RkManipulationSequenceManagerState&) const override {
+    return m_action.update(time, params, *m_state.element());
+  }
+
+ private:
+  const RkManipulationAction& m_action;
+  mutable RkManipulationActionStateContainer m_state;
+};
+
+// One point end effector standing 2 cm before the sample corner, moving towards it at 1 cm/s.
+struct ActionArm : RkFakeControlSystem {
+  ActionArm() : RkFakeControlSystem(1) {
+    controller.actual[0] = placementAt(0.28, 0.1, 0.4);
+    controller.linearVelocity[0] = RkVector(0.01, 0, 0);
+  }
+};
+
+}  // namespace
+
+TEST(RkManipulationVocabulary, every_action_kind_runs_steady_cycles_without_allocating) {
+  RkXmlSchema schema;
+  RkManipulationVocabulary::addDocuments(schema);
+  const Samples samples = runnableSamples();
+  ActionArm arm;
+  int kinds = 0;
+  for (const auto& prototype : schema.classes()) {
+    const auto sample = samples.find(prototype->token());
+    const auto* action = dynamic_cast<const RkManipulationAction*>(
+        sample != samples.end() ? sample->second.get() : prototype.get());
+    if (!action) continue;
+    ++kinds;
+    const std::string name(action->token().localName());
+    RkActionRun run(*action);
+    ASSERT_TRUE(run.init()) << name;
+    RkManipulationSequenceManagerState unused;
+    const RkSteadyCycles steady = runCountingAllocations(run, unused, 200, arm.params());
+    ASSERT_NE(steady.last, RkManipulationStatus::Failure) << name << " fails by default: give it a sample";
+    EXPECT_GT(steady.cycles, 100) << name;
+    EXPECT_EQ(steady.allocations, 0) << name;
+    // A waypoint sequence profiles its end effector's position while its corner curve runs.
+    if (dynamic_cast<const RkWaypointSequence*>(action)) {
+      EXPECT_EQ(action->profiledPositionEndEffectorIndices(run.state()).size(), 1u) << "no corner curve ran";
+    }
+  }
+  EXPECT_GE(kinds, 2);
 }

@@ -1,0 +1,49 @@
+#pragma once
+// The state of an RkParametricManipulationFrame: the state of the current run of its target frame, the
+// index of the value in force, and the state of its own event, which runs across all values.
+#include "frames/RkManipulationFrameStateContainer.h"
+#include "frames/RkNestedManipulationFrame.h"
+#include "sequencing/RkManipulationTokens.h"
+#include "xml/RkXmlBasicType.h"
+
+class RkParametricManipulationFrameState
+    : public RkNestedManipulationFrameState<RkParametricManipulationFrameState,
+                                            RkManipulation::RkParametricManipulationFrameStateToken> {
+ public:
+  const RkManipulationFrameState* runningFrameState() const { return m_targetFrameState.element(); }
+
+  virtual RkManipulationFrameState* targetFrameState() { return m_targetFrameState.element(); }
+  virtual const RkManipulationFrameState* targetFrameState() const { return m_targetFrameState.element(); }
+  virtual void setTargetFrameState(const RkManipulationFrameStateContainer& container) {
+    m_targetFrameState = container;
+  }
+  // Takes the container's state over.
+  virtual void setTargetFrameState(RkManipulationFrameStateContainer&& container) {
+    m_targetFrameState = std::move(container);
+  }
+  virtual RkU32 parametricIndex() const { return m_parametricIndex; }
+  virtual void setParametricIndex(RkU32 index) { m_parametricIndex = index; }
+  virtual RkManipulationFrameTransitionEventState* transitionEventState() {
+    return m_transitionEventStateContainer.element();
+  }
+  virtual const RkManipulationFrameTransitionEventStateContainer& transitionEventStateContainer() const {
+    return m_transitionEventStateContainer;
+  }
+  virtual void setTransitionEventStateContainer(
+      const RkManipulationFrameTransitionEventStateContainer& container) {
+    m_transitionEventStateContainer = container;
+  }
+
+ protected:
+  void registerComponents() override {
+    registerComponent(RkManipulation::RkTargetFrameStateToken, &m_targetFrameState);
+    registerComponent(RkManipulation::RkParametricIndexToken, &m_parametricIndex);
+    registerComponent(RkManipulation::RkManipulationFrameTransitionEventStateContainerToken,
+                      &m_transitionEventStateContainer);
+  }
+
+ private:
+  RkManipulationFrameStateContainer m_targetFrameState;
+  RkXmlBasicType<RkU32> m_parametricIndex;
+  RkManipulationFrameTransitionEventStateContainer m_transitionEventStateContainer;
+};

@@ -1,0 +1,49 @@
+#pragma once
+// The state of an RkSubsequenceManipulationFrame: the state of the sequence it runs and that of its own
+// event.
+#include "frames/RkNestedManipulationFrame.h"
+#include "sequencing/RkManipulationActionStateContainer.h"
+#include "sequencing/RkManipulationTokens.h"
+
+class RkSubsequenceManipulationFrameState
+    : public RkNestedManipulationFrameState<RkSubsequenceManipulationFrameState,
+                                            RkManipulation::RkSubsequenceManipulationFrameStateToken> {
+ public:
+  // The state of the subsequence's current frame, or null when none runs.
+  const RkManipulationFrameState* runningFrameState() const;
+
+  virtual RkManipulationActionState* subsequenceState() { return m_subsequenceStateContainer.element(); }
+  virtual const RkManipulationActionState* subsequenceState() const {
+    return m_subsequenceStateContainer.element();
+  }
+  virtual RkManipulationActionStateContainer& subsequenceStateContainer() {
+    return m_subsequenceStateContainer;
+  }
+  virtual const RkManipulationActionStateContainer& subsequenceStateContainer() const {
+    return m_subsequenceStateContainer;
+  }
+  virtual void setSubsequenceStateContainer(const RkManipulationActionStateContainer& container) {
+    m_subsequenceStateContainer = container;
+  }
+  virtual RkManipulationFrameTransitionEventState* transitionEventState() {
+    return m_transitionEventStateContainer.element();
+  }
+  virtual const RkManipulationFrameTransitionEventStateContainer& transitionEventStateContainer() const {
+    return m_transitionEventStateContainer;
+  }
+  virtual void setTransitionEventStateContainer(
+      const RkManipulationFrameTransitionEventStateContainer& container) {
+    m_transitionEventStateContainer = container;
+  }
+
+ protected:
+  void registerComponents() override {
+    registerComponent(RkManipulation::RkSubsequenceStateContainerToken, &m_subsequenceStateContainer);
+    registerComponent(RkManipulation::RkManipulationFrameTransitionEventStateContainerToken,
+                      &m_transitionEventStateContainer);
+  }
+
+ private:
+  RkManipulationActionStateContainer m_subsequenceStateContainer;
+  RkManipulationFrameTransitionEventStateContainer m_transitionEventStateContainer;
+};

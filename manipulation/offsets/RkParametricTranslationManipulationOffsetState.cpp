@@ -1,0 +1,12 @@
+#include "offsets/RkParametricTranslationManipulationOffsetState.h"
+
+#include "sequencing/RkManipulationNullObjects.h"
+
+const RkEndEffectorPlacement& RkParametricTranslationManipulationOffsetState::goalOffsetTransformation()
+    const {
+  const RkManipulationOffsetState* target = m_targetOffsetState.element();
+  if (!target) return RkManipulationNullObjects::placement();
+  m_currentOffset.setPlacement(m_parametricTransform.placement() *
+                               target->goalOffsetTransformation().placement());
+  return m_currentOffset;
+}

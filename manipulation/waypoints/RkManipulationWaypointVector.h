@@ -1,0 +1,15 @@
+#pragma once
+// The waypoints of a waypoint sequence, in running order:
+//   <manipulationWaypointVector count="2"><element>...</element><element>...</element>
+//   </manipulationWaypointVector>
+#include "sequencing/RkManipulationTokens.h"
+#include "waypoints/RkManipulationWaypoint.h"
+#include "xml/RkXmlConcreteClass.h"
+#include "xml/RkXmlVectorType.h"
+
+class RkManipulationWaypointVector
+    : public RkXmlConcreteClass<RkManipulationWaypointVector, RkXmlVectorType<RkManipulationWaypoint>,
+                                RkManipulation::RkManipulationWaypointVectorToken> {
+ public:
+  static RkManipulationWaypointVector nullObject() { return RkManipulationWaypointVector(); }
+};
