@@ -209,9 +209,19 @@ std::pair<const RkManipulationSequence*, const RkManipulationActionState*> RkObs
 }
 
 std::string RkObservedTask::text() const {
-  if (m_manager && m_managerState) return m_manager->statusString(*m_managerState, kSeparator);
-  if (m_action && m_actionState) return m_action->statusString(*m_actionState, kSeparator);
-  return std::string();
+  std::string text;
+  if (m_manager && m_managerState) text = m_manager->statusString(*m_managerState, kSeparator);
+  if (m_action && m_actionState) text = m_action->statusString(*m_actionState, kSeparator);
+  if (!text.empty()) return text;
+  // A frame that could not start tells nothing: its tags tell where it stands.
+  Path path;
+  const auto running = top();
+  walk(running.first, running.second, path);
+  for (const Running& frame : path) {
+    const std::string& tag = frame.frame->tag().value();
+    if (!tag.empty()) text += (text.empty() ? "" : kSeparator) + tag;
+  }
+  return text;
 }
 
 std::string RkObservedTask::missingPose() const {

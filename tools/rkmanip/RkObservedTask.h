@@ -23,7 +23,8 @@ class RkObservedTask {
 
   RkManipulationStatus::Enum run(RkSimulatedTaskRunner& runner);
 
-  // The running frame's text, the parts of the frames running inside it joined by " / ".
+  // The running frame's text, the parts of the frames running inside it joined by " / "; for a frame that
+  // could not start, the tags of the frames down to it.
   std::string text() const;
   // After an update: whether a frame ended in it at any depth, and whether a parametric frame stepped to its
   // next value in it (the run of the previous value having ended).

@@ -328,6 +328,7 @@ std::vector<RkTaskChecks::Goal> RkTaskChecks::checkOffset(const RkManipulationOf
                                                           RkU32 set, RkU32 endEffector,
                                                           const Published& published) {
   std::vector<Goal> goals;
+  int line = place.line();
   if (const auto* constant = dynamic_cast<const RkConstantManipulationOffset*>(&offset)) {
     checkPlacement(constant->offset(), place.child(RkManipulation::RkManipulationOffsetToken), what, set,
                    endEffector);
@@ -336,7 +337,7 @@ std::vector<RkTaskChecks::Goal> RkTaskChecks::checkOffset(const RkManipulationOf
   }
   if (const auto* reference = dynamic_cast<const RkReferencePoseManipulationOffset*>(&offset)) {
     const std::string& name = reference->poseName();
-    const int line = place.child(RkManipulation::RkNameToken).line();
+    line = place.child(RkManipulation::RkNameToken).line();
     if (name.empty()) {
       m_out.error(
           m_file, line,
@@ -434,7 +435,7 @@ std::vector<RkTaskChecks::Goal> RkTaskChecks::checkOffset(const RkManipulationOf
     if (!std::isfinite(p.x()) || !std::isfinite(p.y()) || !std::isfinite(p.z()) ||
         reachable(set, endEffector, placement))
       continue;
-    m_out.warning(m_file, place.line(),
+    m_out.warning(m_file, line,
                   what + goal.how + " (" + number(p.x()) + " " + number(p.y()) + " " + number(p.z()) +
                       ") is out of the reach of " + m_robotName +
                       ", so the frame will end short of it; move the goal within reach");
