@@ -106,9 +106,10 @@ std::unique_ptr<RkXmlObject> read(const std::string& path, const RobotSource& ro
   return object;
 }
 
-std::unique_ptr<RkPoseSet> readPoseSet(const std::string& path, RkDiagnostics& out, std::string& problem) {
+std::unique_ptr<RkPoseSet> readPoseSet(RkPoseSource& source, RkDiagnostics& out, std::string& problem) {
+  if (source.path.empty()) return nullptr;
   std::unique_ptr<RkXmlObject> document = read(
-      path, []() { return nullptr; }, "", out);
+      source.path, []() { return nullptr; }, "", out);
   if (!document) {
     problem = "cannot be read";
     return nullptr;
@@ -118,6 +119,7 @@ std::unique_ptr<RkPoseSet> readPoseSet(const std::string& path, RkDiagnostics& o
               ">, which is not a pose set; --poses takes a poseSet document";
     return nullptr;
   }
+  source.poses = static_cast<RkPoseSet*>(document.get());
   return std::unique_ptr<RkPoseSet>(static_cast<RkPoseSet*>(document.release()));
 }
 

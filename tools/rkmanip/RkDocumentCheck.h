@@ -25,8 +25,9 @@ std::unique_ptr<RkXmlObject> read(const std::string& path, const RobotSource& ro
                                   const std::string& robotName, RkDiagnostics& out,
                                   const RkPoseSource& poses = RkPoseSource());
 
-// The pose set given with --poses, read and checked as a task is; null when the file cannot be read or holds
-// something else, with the reason in problem ("cannot be read", "holds a <...>, which is not a pose set").
-std::unique_ptr<RkPoseSet> readPoseSet(const std::string& path, RkDiagnostics& out, std::string& problem);
+// The pose set given with --poses, read from source.path and checked as a task is, and set as source.poses;
+// null without a path, and null with the reason in problem ("cannot be read", "holds a <...>, which is not a
+// pose set") when the file cannot be read or holds something else.
+std::unique_ptr<RkPoseSet> readPoseSet(RkPoseSource& source, RkDiagnostics& out, std::string& problem);
 
 }  // namespace RkDocumentCheck

@@ -26,16 +26,12 @@ int validate(const RkValidateOptions& options, std::ostream& out) {
   };
   RkPoseSource poses;
   poses.path = options.posesPath;
-  std::unique_ptr<RkPoseSet> poseSet;
-  if (!options.posesPath.empty()) {
-    std::string problem;
-    poseSet = RkDocumentCheck::readPoseSet(options.posesPath, diagnostics, problem);
-    if (!poseSet) {
-      diagnostics.print(out);
-      out << options.posesPath << ": " << problem << "\n";
-      return 2;
-    }
-    poses.poses = poseSet.get();
+  std::string problem;
+  const std::unique_ptr<RkPoseSet> poseSet = RkDocumentCheck::readPoseSet(poses, diagnostics, problem);
+  if (!problem.empty()) {
+    diagnostics.print(out);
+    out << options.posesPath << ": " << problem << "\n";
+    return 2;
   }
   std::unique_ptr<RkXmlObject> document = RkDocumentCheck::read(
       options.documentPath, robot, RkToolPaths::robotName(options.robotPath), diagnostics, poses);

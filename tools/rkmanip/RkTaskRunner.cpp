@@ -167,16 +167,12 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
   RkPoseSource poses;
   poses.required = true;
   poses.path = options.posesPath;
-  std::unique_ptr<RkPoseSet> poseSet;
-  if (!options.posesPath.empty()) {
-    std::string problem;
-    poseSet = RkDocumentCheck::readPoseSet(options.posesPath, diagnostics, problem);
-    if (!poseSet) {
-      diagnostics.print(out);
-      out << "rkmanip run: " << options.posesPath << " " << problem << "; nothing was run\n";
-      return 2;
-    }
-    poses.poses = poseSet.get();
+  std::string problem;
+  const std::unique_ptr<RkPoseSet> poseSet = RkDocumentCheck::readPoseSet(poses, diagnostics, problem);
+  if (!problem.empty()) {
+    diagnostics.print(out);
+    out << "rkmanip run: " << options.posesPath << " " << problem << "; nothing was run\n";
+    return 2;
   }
   std::unique_ptr<RkXmlObject> document = RkDocumentCheck::read(
       options.taskPath, [&]() { return &runner; }, robot, diagnostics, poses);
