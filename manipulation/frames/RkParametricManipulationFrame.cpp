@@ -109,9 +109,7 @@ RkManipulationFrameStateContainer RkParametricManipulationFrame::calculateEndSta
   }
   state.setTargetFrameState(target->calculateEndState(params, sequence, sequenceState, frameIndex));
   state.setParametricIndex(m_parametricValues.size() > 0 ? m_parametricValues.size() - 1 : 0);
-  if (const RkManipulationFrameTransitionEvent* event = m_transitionEventContainer.element()) {
-    state.setTransitionEventStateContainer(event->calculateEndState(params, *this));
-  }
+  endEvent(params, state);
   return container;
 }
 

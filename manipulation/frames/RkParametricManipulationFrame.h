@@ -8,6 +8,9 @@
 //     <parametricTag>slot y=</parametricTag>
 //     <parametricValues count="3"><group>-0.1 0 0.1</group></parametricValues>
 //   </parametricManipulationFrame>
+// The value lives in the caller's data map, not in the state: a run read back from a written state goes on
+// exactly, since the value is published again on every cycle, but a later frame that reads it needs the
+// caller's data map carried over with the state.
 #include <string>
 
 #include "frames/RkManipulationFrameContainer.h"
@@ -49,13 +52,6 @@ class RkParametricManipulationFrame
   virtual void setParametricValues(const RkXmlVectorType<RkXmlBasicType<RkReal>>& values) {
     m_parametricValues = values;
   }
-  virtual const RkManipulationFrameTransitionEventContainer& transitionEventContainer(
-      const RkManipulationFrameState&) const {
-    return m_transitionEventContainer;
-  }
-  virtual void setTransitionEventContainer(const RkManipulationFrameTransitionEventContainer& container) {
-    m_transitionEventContainer = container;
-  }
 
  protected:
   void registerComponents() override;
@@ -70,5 +66,4 @@ class RkParametricManipulationFrame
   RkManipulationFrameContainer m_targetFrame;
   RkXmlBasicType<std::string> m_parametricTag;
   RkXmlVectorType<RkXmlBasicType<RkReal>> m_parametricValues;
-  RkManipulationFrameTransitionEventContainer m_transitionEventContainer;
 };

@@ -2,7 +2,7 @@
 // The state of an RkParametricManipulationFrame: the state of the current run of its target frame, the
 // index of the value in force, and the state of its own event, which runs across all values.
 #include "frames/RkManipulationFrameStateContainer.h"
-#include "frames/RkNestedManipulationFrame.h"
+#include "frames/RkNestedManipulationFrameState.h"
 #include "sequencing/RkManipulationTokens.h"
 #include "xml/RkXmlBasicType.h"
 
@@ -23,16 +23,6 @@ class RkParametricManipulationFrameState
   }
   virtual RkU32 parametricIndex() const { return m_parametricIndex; }
   virtual void setParametricIndex(RkU32 index) { m_parametricIndex = index; }
-  virtual RkManipulationFrameTransitionEventState* transitionEventState() {
-    return m_transitionEventStateContainer.element();
-  }
-  virtual const RkManipulationFrameTransitionEventStateContainer& transitionEventStateContainer() const {
-    return m_transitionEventStateContainer;
-  }
-  virtual void setTransitionEventStateContainer(
-      const RkManipulationFrameTransitionEventStateContainer& container) {
-    m_transitionEventStateContainer = container;
-  }
 
  protected:
   void registerComponents() override {
@@ -45,5 +35,4 @@ class RkParametricManipulationFrameState
  private:
   RkManipulationFrameStateContainer m_targetFrameState;
   RkXmlBasicType<RkU32> m_parametricIndex;
-  RkManipulationFrameTransitionEventStateContainer m_transitionEventStateContainer;
 };

@@ -56,9 +56,7 @@ RkManipulationFrameStateContainer RkSubsequenceManipulationFrame::calculateEndSt
   RkManipulationFrameStateContainer container;
   State& state = container.setNewElement<State>();
   state.subsequenceStateContainer().setElement(m_subsequence.calculateEndState(params));
-  if (const RkManipulationFrameTransitionEvent* event = m_transitionEventContainer.element()) {
-    state.setTransitionEventStateContainer(event->calculateEndState(params, *this));
-  }
+  endEvent(params, state);
   return container;
 }
 

@@ -45,18 +45,10 @@ class RkSubsequenceManipulationFrame
 
   virtual const RkManipulationSequence& subsequence() const { return m_subsequence; }
   virtual void setSubsequence(const RkManipulationSequence& subsequence) { m_subsequence = subsequence; }
-  virtual const RkManipulationFrameTransitionEventContainer& transitionEventContainer(
-      const RkManipulationFrameState&) const {
-    return m_transitionEventContainer;
-  }
-  virtual void setTransitionEventContainer(const RkManipulationFrameTransitionEventContainer& container) {
-    m_transitionEventContainer = container;
-  }
 
  protected:
   void registerComponents() override;
 
  private:
   RkManipulationSequence m_subsequence;
-  RkManipulationFrameTransitionEventContainer m_transitionEventContainer;
 };

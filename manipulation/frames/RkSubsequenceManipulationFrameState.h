@@ -1,7 +1,7 @@
 #pragma once
 // The state of an RkSubsequenceManipulationFrame: the state of the sequence it runs and that of its own
 // event.
-#include "frames/RkNestedManipulationFrame.h"
+#include "frames/RkNestedManipulationFrameState.h"
 #include "sequencing/RkManipulationActionStateContainer.h"
 #include "sequencing/RkManipulationTokens.h"
 
@@ -25,16 +25,6 @@ class RkSubsequenceManipulationFrameState
   virtual void setSubsequenceStateContainer(const RkManipulationActionStateContainer& container) {
     m_subsequenceStateContainer = container;
   }
-  virtual RkManipulationFrameTransitionEventState* transitionEventState() {
-    return m_transitionEventStateContainer.element();
-  }
-  virtual const RkManipulationFrameTransitionEventStateContainer& transitionEventStateContainer() const {
-    return m_transitionEventStateContainer;
-  }
-  virtual void setTransitionEventStateContainer(
-      const RkManipulationFrameTransitionEventStateContainer& container) {
-    m_transitionEventStateContainer = container;
-  }
 
  protected:
   void registerComponents() override {
@@ -45,5 +35,4 @@ class RkSubsequenceManipulationFrameState
 
  private:
   RkManipulationActionStateContainer m_subsequenceStateContainer;
-  RkManipulationFrameTransitionEventStateContainer m_transitionEventStateContainer;
 };

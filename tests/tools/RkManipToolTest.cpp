@@ -131,11 +131,20 @@ const Mistake kMistakes[] = {
      "text \"stray\" in <manipulationFrameVector> is not part of any value"},
     {"frames_stray_text.xml", "    stray", 1, "element <element> in <manipulationFrameVector> was not read"},
     {"no_namespace.xml", "<manipulationSequenceManager>", 0, "in namespace \"\", expected namespace"},
+    {"parametric_mistakes.xml", "<parametricYTag>slot", 0,
+     "in the target frame of frame \"row\" of sequence \"pick\" moves by the data-map value \"slot\", which "
+     "no "
+     "parametric frame of the task publishes"},
+    {"parametric_mistakes.xml", "<parametricValues count=\"0\"", 0,
+     "frame \"row\" of sequence \"pick\" gives no value in <parametricValues>"},
+    {"parametric_mistakes.xml", "<manipulationFrameVector count=\"0\"", 0,
+     "the subsequence of frame \"empty\" of sequence \"pick\" has no frame"},
 };
 
 TEST(RkManipTool, clean_documents_pass_validate_with_nothing_printed_but_their_verdict) {
   for (const std::string& path :
        {example("tasks/approach_hold_retreat.xml"), example("tasks/panda_pick_and_place.xml"),
+        example("tasks/palletising_row.xml"), example("poses/palletising_cell.xml"),
         example("robots/ur5e.endeffectors.xml"), data("clean_two_frames.xml"),
         data("state_trigger_nan.xml")}) {
     const Result result = rkmanip({"validate", path});
@@ -277,6 +286,62 @@ TEST(RkManipTool, every_shipped_robot_runs_with_its_tip_from_its_set_up_or_from_
   EXPECT_TRUE(says(result.out, data("robots/forked.endeffectors.xml") + ": error:",
                    "no link 'tool_a' on the chain from 'base' to 'tool_b'"))
       << result.out;
+}
+
+TEST(RkManipTool, a_pose_set_reaches_every_cycle_and_each_frame_run_inside_another_is_reported) {
+  const std::string task = example("tasks/palletising_row.xml");
+  const Result result = rkmanip({"run", task, "--poses", example("poses/palletising_cell.xml"), "--rate",
+                                 "250", "--strict", "--require-reached"});
+  EXPECT_EQ(result.status, 0) << result.out;
+  // Each inner frame and each value of the row ends with a line of its own, naming the value.
+  EXPECT_TRUE(
+      says(result.out, "palletise: frame 1 \"grasp the sheet / close the gripper\"  error ", "  reached"))
+      << result.out;
+  EXPECT_TRUE(says(result.out, "palletise: frame 5 \"row / slot y=0.07 / part / down to the slot\"  error ",
+                   "  reached"));
+  EXPECT_TRUE(
+      says(result.out, "palletise: frame 5 \"row / slot y=0.07 / part / lift clear\"  error ", "  reached"));
+  EXPECT_TRUE(
+      says(result.out, "palletise: frame 5 \"row / slot y=0.21 / part / lift clear\"  error ", "  reached"));
+  EXPECT_NE(lastLine(result.out).find("; 34 frames ended, all reached"), std::string::npos) << result.out;
+}
+
+TEST(RkManipTool,
+     the_poses_a_task_names_are_checked_before_the_run_and_a_missing_one_is_named_when_it_fails) {
+  const std::string task = example("tasks/palletising_row.xml");
+  const std::string poses = data("poses_far_pick.xml");
+  Result result = rkmanip({"validate", task, "--poses", poses});
+  EXPECT_EQ(result.status, 1) << result.out;
+  EXPECT_TRUE(
+      says(result.out, at(task, "<name>place") + " error:",
+           "frame \"lay the sheet\" of sequence \"palletise\" is the pose \"place\", which the pose set " +
+               poses + " does not hold (it holds \"pick\")"))
+      << result.out;
+  EXPECT_TRUE(says(result.out, at(task, "<name>pick") + " warning:",
+                   "at the pose \"pick\" (1.5 0 0.12) is out of the reach of ur5e"));
+
+  result = rkmanip({"run", task});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_TRUE(says(
+      result.out, at(task, "<name>pick") + " error:",
+      "is the pose \"pick\", but no pose set is given, so the frame cannot start; give one with --poses"))
+      << result.out;
+
+  // Run anyway, the frame that goes to the missing pose fails, and the summary says which pose it was.
+  result = rkmanip({"run", task, "--poses", poses, "--lenient", "--rate", "250"});
+  EXPECT_EQ(result.status, 1) << result.out;
+  EXPECT_NE(lastLine(result.out)
+                .find("in palletise: frame 2 \"lay the sheet\": the pose \"place\" is not in the pose set " +
+                      poses),
+            std::string::npos)
+      << result.out;
+
+  result = rkmanip({"run", task, "--poses", task});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(lastLine(result.out),
+            "rkmanip run: " + task +
+                " holds a <manipulationSequenceManager>, which is not a pose set; --poses takes "
+                "a poseSet document; nothing was run");
 }
 
 TEST(RkManipTool, numbers_that_cannot_time_a_run_are_refused_with_the_usage_line) {

@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "foundation/RkPrint.h"
+#include "sequencing/RkPoseSet.h"
 #include "tools/rkmanip/RkSourceComparison.h"
 #include "tools/rkmanip/RkTaskChecks.h"
 #include "tools/rkmanip/RkVocabulary.h"
@@ -73,7 +74,8 @@ bool roundTrips(const RkXmlObject& object, const std::string& written, const std
 }  // namespace
 
 std::unique_ptr<RkXmlObject> read(const std::string& path, const RobotSource& robot,
-                                  const std::string& robotName, RkDiagnostics& out) {
+                                  const std::string& robotName, RkDiagnostics& out,
+                                  const RkPoseSource& poses) {
   std::unique_ptr<RkXmlObject> object = readObject(path, out);
   if (!object) return object;
   std::string written, source, error;
@@ -100,8 +102,25 @@ std::unique_ptr<RkXmlObject> read(const std::string& path, const RobotSource& ro
     if (!told) out.error(path, difference.line, difference.text);
   }
   const RkSimulatedTaskRunner* arm = RkTaskChecks::needsRobot(*object) ? robot() : nullptr;
-  RkTaskChecks(path, arm, robotName, out).check(*object, comparison.root());
+  RkTaskChecks(path, arm, robotName, out, poses).check(*object, comparison.root());
   return object;
+}
+
+std::unique_ptr<RkPoseSet> readPoseSet(RkPoseSource& source, RkDiagnostics& out, std::string& problem) {
+  if (source.path.empty()) return nullptr;
+  std::unique_ptr<RkXmlObject> document = read(
+      source.path, []() { return nullptr; }, "", out);
+  if (!document) {
+    problem = "cannot be read";
+    return nullptr;
+  }
+  if (!dynamic_cast<RkPoseSet*>(document.get())) {
+    problem = "holds a <" + std::string(document->token().localName()) +
+              ">, which is not a pose set; --poses takes a poseSet document";
+    return nullptr;
+  }
+  source.poses = static_cast<RkPoseSet*>(document.get());
+  return std::unique_ptr<RkPoseSet>(static_cast<RkPoseSet*>(document.release()));
 }
 
 }  // namespace RkDocumentCheck

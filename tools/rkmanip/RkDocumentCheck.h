@@ -7,8 +7,10 @@
 #include <string>
 
 #include "tools/rkmanip/RkDiagnostics.h"
+#include "tools/rkmanip/RkTaskChecks.h"
 #include "xml/RkXmlObject.h"
 
+class RkPoseSet;
 class RkSimulatedTaskRunner;
 
 namespace RkDocumentCheck {
@@ -18,8 +20,14 @@ namespace RkDocumentCheck {
 typedef std::function<const RkSimulatedTaskRunner*()> RobotSource;
 
 // The object read from path, or null when the document cannot be read at all (missing, not well-formed,
-// refused, of no known root element). Findings go to out.
+// refused, of no known root element). Findings go to out; a task's reference poses are looked up in poses.
 std::unique_ptr<RkXmlObject> read(const std::string& path, const RobotSource& robot,
-                                  const std::string& robotName, RkDiagnostics& out);
+                                  const std::string& robotName, RkDiagnostics& out,
+                                  const RkPoseSource& poses = RkPoseSource());
+
+// The pose set given with --poses, read from source.path and checked as a task is, and set as source.poses;
+// null without a path, and null with the reason in problem ("cannot be read", "holds a <...>, which is not a
+// pose set") when the file cannot be read or holds something else.
+std::unique_ptr<RkPoseSet> readPoseSet(RkPoseSource& source, RkDiagnostics& out, std::string& problem);
 
 }  // namespace RkDocumentCheck

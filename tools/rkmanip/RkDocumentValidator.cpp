@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "sequencing/RkPoseSet.h"
 #include "simulation/RkSimulatedTaskRunner.h"
 #include "tools/rkmanip/RkDocumentCheck.h"
 #include "tools/rkmanip/RkToolPaths.h"
@@ -23,8 +24,17 @@ int validate(const RkValidateOptions& options, std::ostream& out) {
     }
     return robotLoaded ? &runner : nullptr;
   };
+  RkPoseSource poses;
+  poses.path = options.posesPath;
+  std::string problem;
+  const std::unique_ptr<RkPoseSet> poseSet = RkDocumentCheck::readPoseSet(poses, diagnostics, problem);
+  if (!problem.empty()) {
+    diagnostics.print(out);
+    out << options.posesPath << ": " << problem << "\n";
+    return 2;
+  }
   std::unique_ptr<RkXmlObject> document = RkDocumentCheck::read(
-      options.documentPath, robot, RkToolPaths::robotName(options.robotPath), diagnostics);
+      options.documentPath, robot, RkToolPaths::robotName(options.robotPath), diagnostics, poses);
   diagnostics.print(out);
   if (!document || (robotTried && !robotLoaded)) {
     out << options.documentPath << ": cannot be "

@@ -8,7 +8,8 @@ struct RkValidateOptions {
   std::string documentPath;
   std::string robotPath;  // the robot a task is checked against
   std::string tipLink;
-  bool strict = false;  // warnings count as problems
+  std::string posesPath;  // the pose set a task's reference poses are checked against; empty for none
+  bool strict = false;    // warnings count as problems
 };
 
 namespace RkDocumentValidator {

@@ -8,8 +8,10 @@
 
 #include "sequencing/RkManipulationActionContainer.h"
 #include "sequencing/RkManipulationSequenceManager.h"
+#include "sequencing/RkPoseSet.h"
 #include "simulation/RkSimulatedTaskRunner.h"
 #include "tools/rkmanip/RkDocumentCheck.h"
+#include "tools/rkmanip/RkObservedTask.h"
 #include "tools/rkmanip/RkToolPaths.h"
 
 namespace RkTaskRunner {
@@ -68,11 +70,11 @@ const char* statusText(RkManipulationStatus::Enum status) {
 }
 
 // The running frame as the tool names it: sequence "approach" frame 2 tagged "at the part" is
-// approach: frame 2 "at the part".
-std::string frameName(const RkSimulatedTaskRunner& runner) {
+// approach: frame 2 "at the part"; the text goes on with the frames running inside it.
+std::string frameName(const RkSimulatedTaskRunner& runner, const RkObservedTask& task) {
   const std::string sequence = runner.sequenceName();
   return (sequence.empty() ? "" : sequence + ": ") + "frame " + std::to_string(runner.frameIndex() + 1) +
-         " \"" + runner.frameText() + "\"";
+         " \"" + task.text() + "\"";
 }
 
 // How close the running frame is to its goal at one moment.
@@ -86,9 +88,10 @@ struct FrameError {
   double badness = 0.0;  // the larger error over its tolerance; infinite for a NaN error
 };
 
-FrameError measure(const RkSimulatedTaskRunner& runner, const RkTaskRunOptions& options) {
+FrameError measure(const RkSimulatedTaskRunner& runner, const RkObservedTask& task,
+                   const RkTaskRunOptions& options) {
   FrameError e;
-  e.frame = frameName(runner);
+  e.frame = frameName(runner, task);
   e.time = runner.time();
   e.hasGoal = runner.commanded().offsetTransformations().size() > 0;
   runner.placementError(e.position, e.angle);
@@ -104,17 +107,27 @@ std::string describe(const FrameError& e) {
   return "error " + length(e.position) + ", " + angle(e.angle) + (e.reached ? "  reached" : "  NOT reached");
 }
 
+// Why the task failed, when the library does not say: a pose that the failing frame names and the pose set
+// lacks.
+std::string failure(const RkObservedTask& task, const RkTaskRunOptions& options) {
+  const std::string pose = task.missingPose();
+  if (pose.empty()) return std::string();
+  if (options.posesPath.empty())
+    return ": it names the pose \"" + pose + "\", but no pose set was given (--poses)";
+  return ": the pose \"" + pose + "\" is not in the pose set " + options.posesPath;
+}
+
 // Simulated time and frame on one terminal line, refreshed a few times a second once a run has taken more
 // than two seconds.
 class Progress {
  public:
   Progress(std::ostream& out, bool enabled) : m_out(out), m_enabled(enabled), m_start(Clock::now()) {}
-  void update(const RkSimulatedTaskRunner& runner) {
+  void update(const RkSimulatedTaskRunner& runner, const RkObservedTask& task) {
     if (!m_enabled || (runner.cycles() & 1023) != 0) return;
     const Clock::time_point now = Clock::now();
     if (now - m_start < std::chrono::seconds(2) || now - m_last < std::chrono::milliseconds(250)) return;
     m_last = now;
-    std::string text = format("rkmanip run: %.3f s simulated, ", runner.time()) + frameName(runner);
+    std::string text = format("rkmanip run: %.3f s simulated, ", runner.time()) + frameName(runner, task);
     text.resize(std::max<std::size_t>(text.size(), m_width), ' ');
     m_width = text.size();
     m_out << '\r' << text << std::flush;
@@ -151,8 +164,18 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
   }
   runner.setRate(options.rate);
   runner.setMaxTime(options.maxTime);
+  RkPoseSource poses;
+  poses.required = true;
+  poses.path = options.posesPath;
+  std::string problem;
+  const std::unique_ptr<RkPoseSet> poseSet = RkDocumentCheck::readPoseSet(poses, diagnostics, problem);
+  if (!problem.empty()) {
+    diagnostics.print(out);
+    out << "rkmanip run: " << options.posesPath << " " << problem << "; nothing was run\n";
+    return 2;
+  }
   std::unique_ptr<RkXmlObject> document = RkDocumentCheck::read(
-      options.taskPath, [&]() { return &runner; }, robot, diagnostics);
+      options.taskPath, [&]() { return &runner; }, robot, diagnostics, poses);
   if (!document) {
     diagnostics.print(out);
     out << "rkmanip run: " << options.taskPath << " cannot be read; nothing was run\n";
@@ -170,9 +193,10 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
     return 2;
   }
   const bool refused = diagnostics.errors() > 0 || (options.strict && diagnostics.warnings() > 0);
+  const std::string checked = options.taskPath + (poseSet ? " with " + options.posesPath : std::string());
   if (refused && !options.lenient) {
     diagnostics.print(out);
-    out << "rkmanip run: " << options.taskPath << " has " << diagnostics.summary()
+    out << "rkmanip run: " << checked << " has " << diagnostics.summary()
         << (options.strict && diagnostics.errors() == 0 ? ", which --strict refuses" : "")
         << "; nothing was run: correct "
         << (diagnostics.errors() + diagnostics.warnings() == 1 ? "it" : "them")
@@ -180,7 +204,7 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
     return 2;
   }
   if (refused) {
-    out << "rkmanip run: --lenient: running " << options.taskPath << " despite " << diagnostics.summary()
+    out << "rkmanip run: --lenient: running " << checked << " despite " << diagnostics.summary()
         << ", listed below\n";
   }
   diagnostics.print(out);
@@ -209,18 +233,29 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
         << ") starts at " << placement(start[e]) << "\n";
   }
 
+  RkObservedTask task(manager, action, poseSet.get());
   std::vector<FrameError> ended;
+  // Where the arm stood when the current update began, against what the previous one commanded: what a
+  // parametric frame's run of one value reached, once the update has moved on to the next value.
+  FrameError beforeUpdate;
   char line[512];
   runner.setTransitionCallback([&](const RkSimulatedTaskRunner& r) {
-    if (!r.frameEnded()) return;
-    ended.push_back(measure(r, options));
+    if (task.frameEnded()) {
+      ended.push_back(measure(r, task, options));
+    } else if (task.valueStepped()) {
+      ended.push_back(beforeUpdate);
+      ended.back().time = r.time();
+    } else {
+      return;
+    }
     std::snprintf(line, sizeof line, "%10.3f s  %s  %s\n", ended.back().time, ended.back().frame.c_str(),
                   describe(ended.back()).c_str());
     out << line << std::flush;
   });
   Progress progress(progressOut, progressIsTerminal);
   runner.setCycleCallback([&](const RkSimulatedTaskRunner& r) {
-    progress.update(r);
+    progress.update(r, task);
+    beforeUpdate = measure(r, task, options);
     if (!trace) return;
     trace << r.time() << "," << statusText(r.status());
     const auto& goals = r.commanded().offsetTransformations();
@@ -231,7 +266,7 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
     }
     trace << "\n";
   });
-  const RkManipulationStatus::Enum status = manager ? runner.run(*manager) : runner.run(*action);
+  const RkManipulationStatus::Enum status = task.run(runner);
   progress.finish();
 
   std::size_t missed = 0;
@@ -246,10 +281,10 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
   if (status == RkManipulationStatus::Complete) {
     summary = "Complete" + std::string(line);
   } else if (status == RkManipulationStatus::Failure) {
-    summary = "Failure" + std::string(line) + " in " + measure(runner, options).frame +
-              (runner.failure().empty() ? "" : ": " + runner.failure());
+    summary = "Failure" + std::string(line) + " in " + measure(runner, task, options).frame +
+              (runner.failure().empty() ? failure(task, options) : ": " + runner.failure());
   } else {
-    const FrameError now = measure(runner, options);
+    const FrameError now = measure(runner, task, options);
     summary = "Stopped at --max-time" + std::string(line) + " in " + now.frame + ", whose " + describe(now);
   }
   summary += "; " + std::to_string(ended.size()) + (ended.size() == 1 ? " frame" : " frames") + " ended";

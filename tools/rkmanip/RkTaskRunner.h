@@ -1,7 +1,8 @@
 #pragma once
 // rkmanip run: a task on the simulated arm, as fast as the machine allows, in simulated time. The task is
-// read strictly and checked first; the run reports where each end effector starts, how close each frame
-// came to its goal when it ended, and the worst frame.
+// read strictly and checked first, with the pose set it takes its named poses from; the run reports where
+// each end effector starts, how close each frame came to its goal when it ended (a frame run inside another
+// too, and each value of a parametric frame), and the worst frame.
 #include <ostream>
 #include <string>
 
@@ -17,6 +18,7 @@ struct RkTaskRunOptions {
   bool strict = false;          // warnings refuse the run too
   bool requireReached = false;  // a frame that ends short of its goal fails the run
   std::string tracePath;        // CSV of commanded and actual placements per cycle; empty for none
+  std::string posesPath;        // the pose set handed to every cycle; empty for none
 };
 
 namespace RkTaskRunner {

@@ -14,11 +14,11 @@
 namespace {
 
 const char* const kRunUsage =
-    "usage: rkmanip run TASK.xml [--robot ROBOT.urdf] [--tip LINK] [--rate HZ] [--max-time SECONDS]\n"
-    "                   [--tolerance METRES [RADIANS]] [--require-reached] [--lenient] [--strict]\n"
-    "                   [--trace FILE.csv]\n";
+    "usage: rkmanip run TASK.xml [--poses POSES.xml] [--robot ROBOT.urdf] [--tip LINK] [--rate HZ]\n"
+    "                   [--max-time SECONDS] [--tolerance METRES [RADIANS]] [--require-reached] [--lenient]\n"
+    "                   [--strict] [--trace FILE.csv]\n";
 const char* const kValidateUsage =
-    "usage: rkmanip validate DOCUMENT.xml [--robot ROBOT.urdf] [--tip LINK] [--strict]\n";
+    "usage: rkmanip validate DOCUMENT.xml [--poses POSES.xml] [--robot ROBOT.urdf] [--tip LINK] [--strict]\n";
 const char* const kSchemaUsage = "usage: rkmanip schema > vocabulary.xsd\n";
 
 // A number that is finite and above zero, or, with zeroAllowed, not below it.
@@ -59,6 +59,13 @@ int main(int argc, char** argv) {
       "run",
       "Run a task (a manipulationSequenceManager or manipulationSequence document) on the simulated arm");
   runCommand->add_option("task", run.taskPath, "Task file")->required()->check(CLI::ExistingFile);
+  runCommand
+      ->add_option(
+          "--poses", run.posesPath,
+          "Pose set (a poseSet document) whose named poses the task's reference-pose offsets go to; "
+          "it is handed to every cycle, and a pose the task names that it lacks is refused before the "
+          "run")
+      ->check(CLI::ExistingFile);
   runCommand->add_option("--robot", run.robotPath, robotHelp)->check(CLI::ExistingFile);
   runCommand->add_option("--tip", run.tipLink, tipHelp);
   runCommand->add_option("--rate", run.rate, "Control cycles per simulated second (default 1000)")
@@ -84,7 +91,14 @@ int main(int argc, char** argv) {
   CLI::App* validateCommand = app.add_subcommand("validate",
                                                  "Read a document of the vocabulary, list every problem with "
                                                  "its file and line, check that it round-trips");
-  validateCommand->add_option("document", validate.documentPath, "Document to check")->required();
+  validateCommand
+      ->add_option("document", validate.documentPath,
+                   "Document to check: a task, a pose set or any other document of the vocabulary")
+      ->required();
+  validateCommand
+      ->add_option("--poses", validate.posesPath,
+                   "Pose set a task's reference poses are checked against; without it they are not checked")
+      ->check(CLI::ExistingFile);
   validateCommand
       ->add_option("--robot", validate.robotPath, "The robot a task is checked against. " + robotHelp)
       ->check(CLI::ExistingFile);

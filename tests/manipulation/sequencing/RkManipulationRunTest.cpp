@@ -122,6 +122,30 @@ std::vector<Cycle> runOnArm(const RkManipulationSequenceManager& manager,
   return cycles;
 }
 
+// Checkpoints a run of manager after each of its cycles, hands the checkpoint to look, reads it back and
+// runs on: the rest of the run must be the uninterrupted one's, cycle for cycle.
+template <class Look>
+void resumesAfterEveryCycle(const RkManipulationSequenceManager& manager, Look look) {
+  RkManipulationSequenceManagerState uninterrupted;
+  ASSERT_TRUE(manager.init(uninterrupted));
+  const std::vector<Cycle> reference = run(manager, uninterrupted, 0, 100);
+  ASSERT_EQ(reference.back().status, RkManipulationStatus::Complete);
+  for (int stop = 1; stop < static_cast<int>(reference.size()); ++stop) {
+    RkManipulationSequenceManagerState first;
+    ASSERT_TRUE(manager.init(first));
+    run(manager, first, 0, stop);
+    look(first);
+    std::string document;
+    ASSERT_TRUE(RkXmlWriter::writeString(first, document));
+    RkManipulationSequenceManagerState resumed;
+    ASSERT_TRUE(RkXmlReader::readString(document, resumed)) << document;
+    ASSERT_EQ(resumed, first) << "stopped at " << stop;
+    const std::vector<Cycle> rest = run(manager, resumed, stop, 100);
+    EXPECT_TRUE(std::equal(rest.begin(), rest.end(), reference.begin() + stop)) << "stopped at " << stop;
+    EXPECT_EQ(rest.size(), reference.size() - stop);
+  }
+}
+
 }  // namespace
 
 TEST(RkManipulationRoundTrip, filled_tasks_and_run_states_read_back_equal_and_rewrite_identically) {
@@ -143,59 +167,25 @@ TEST(RkManipulationRoundTrip, filled_tasks_and_run_states_read_back_equal_and_re
 }
 
 TEST(RkManipulationRun, a_state_checkpointed_mid_run_resumes_cycle_for_cycle) {
-  const RkManipulationSequenceManager manager = pickTask();
-  RkManipulationSequenceManagerState uninterrupted;
-  ASSERT_TRUE(manager.init(uninterrupted));
-  const std::vector<Cycle> reference = run(manager, uninterrupted, 0, 100);
-  ASSERT_EQ(reference.back().status, RkManipulationStatus::Complete);
-
-  for (int stop : {1, 4, 7, 13}) {
-    RkManipulationSequenceManagerState first;
-    ASSERT_TRUE(manager.init(first));
-    run(manager, first, 0, stop);
-    std::string document;
-    ASSERT_TRUE(RkXmlWriter::writeString(first, document));
-    RkManipulationSequenceManagerState resumed;
-    ASSERT_TRUE(RkXmlReader::readString(document, resumed)) << document;
-    const std::vector<Cycle> rest = run(manager, resumed, stop, 100);
-    EXPECT_TRUE(std::equal(rest.begin(), rest.end(), reference.begin() + stop)) << "stopped at " << stop;
-    EXPECT_EQ(rest.size(), reference.size() - stop);
-  }
+  resumesAfterEveryCycle(pickTask(), [](const RkManipulationSequenceManagerState&) {});
 }
 
 TEST(RkManipulationRun, a_state_checkpointed_inside_a_parametric_value_or_a_subsequence_resumes_exactly) {
   const RkManipulationSequenceManager manager = nestedTask();
-  RkManipulationSequenceManagerState uninterrupted;
-  ASSERT_TRUE(manager.init(uninterrupted));
-  const std::vector<Cycle> reference = run(manager, uninterrupted, 0, 100);
-  ASSERT_EQ(reference.back().status, RkManipulationStatus::Complete);
   EXPECT_TRUE(roundTrips(manager));
-
   int inSecondValue = 0, insideSubsequence = 0;
-  for (int stop = 1; stop < static_cast<int>(reference.size()); ++stop) {
-    RkManipulationSequenceManagerState first;
-    ASSERT_TRUE(manager.init(first));
-    run(manager, first, 0, stop);
-    const auto& sequenceState =
-        dynamic_cast<const RkManipulationSequenceState&>(*first.currentSequenceStateContainer().element());
+  resumesAfterEveryCycle(manager, [&](const RkManipulationSequenceManagerState& checkpoint) {
+    const auto& sequenceState = dynamic_cast<const RkManipulationSequenceState&>(
+        *checkpoint.currentSequenceStateContainer().element());
     const RkManipulationFrameState* frameState = sequenceState.currentFrameState();
     if (const auto* row = dynamic_cast<const RkParametricManipulationFrameState*>(frameState)) {
       inSecondValue += row->parametricIndex() == 1;
     }
     if (const auto* grasp = dynamic_cast<const RkSubsequenceManipulationFrameState*>(frameState)) {
-      insideSubsequence +=
-          dynamic_cast<const RkManipulationSequenceState&>(*grasp->subsequenceState()).currentFrameIndex() ==
-          1;
+      const auto& inner = dynamic_cast<const RkManipulationSequenceState&>(*grasp->subsequenceState());
+      insideSubsequence += inner.currentFrameIndex() == 1;
     }
-    std::string document;
-    ASSERT_TRUE(RkXmlWriter::writeString(first, document));
-    RkManipulationSequenceManagerState resumed;
-    ASSERT_TRUE(RkXmlReader::readString(document, resumed)) << document;
-    ASSERT_EQ(resumed, first) << "stopped at " << stop;
-    const std::vector<Cycle> rest = run(manager, resumed, stop, 100);
-    EXPECT_TRUE(std::equal(rest.begin(), rest.end(), reference.begin() + stop)) << "stopped at " << stop;
-    EXPECT_EQ(rest.size(), reference.size() - stop);
-  }
+  });
   EXPECT_GE(inSecondValue, 3);
   EXPECT_GE(insideSubsequence, 3);
 }
