@@ -69,6 +69,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         breach("a state written mid-run does not read back", cycle, saved);
       }
       if (written(resumed.state) != saved) breach("a state read back writes differently", cycle, saved);
+      // The data map is the caller's input, not part of the state: a resumed caller hands the same values.
+      resumed.params.dataMap = first.params.dataMap;
       split = true;
     }
     const RkReal time = step * cycle;

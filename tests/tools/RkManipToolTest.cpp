@@ -144,7 +144,7 @@ const Mistake kMistakes[] = {
 TEST(RkManipTool, clean_documents_pass_validate_with_nothing_printed_but_their_verdict) {
   for (const std::string& path :
        {example("tasks/approach_hold_retreat.xml"), example("tasks/panda_pick_and_place.xml"),
-        example("tasks/palletising_row.xml"), example("poses/palletising_cell.xml"),
+        example("tasks/palletising_row.xml"), example("poses/palletising_row.xml"),
         example("robots/ur5e.endeffectors.xml"), data("clean_two_frames.xml"),
         data("state_trigger_nan.xml")}) {
     const Result result = rkmanip({"validate", path});
@@ -290,7 +290,7 @@ TEST(RkManipTool, every_shipped_robot_runs_with_its_tip_from_its_set_up_or_from_
 
 TEST(RkManipTool, a_pose_set_reaches_every_cycle_and_each_frame_run_inside_another_is_reported) {
   const std::string task = example("tasks/palletising_row.xml");
-  const Result result = rkmanip({"run", task, "--poses", example("poses/palletising_cell.xml"), "--rate",
+  const Result result = rkmanip({"run", task, "--poses", example("poses/palletising_row.xml"), "--rate",
                                  "250", "--strict", "--require-reached"});
   EXPECT_EQ(result.status, 0) << result.out;
   // Each inner frame and each value of the row ends with a line of its own, naming the value.
