@@ -14,6 +14,7 @@
 #include "offsets/RkParametricTranslationManipulationOffset.h"
 #include "offsets/RkReferencePoseManipulationOffset.h"
 #include "sequencing/RkManipulationActionContainer.h"
+#include "sequencing/RkManipulationActionDirectory.h"
 #include "sequencing/RkManipulationSequenceManager.h"
 #include "sequencing/RkManipulationTokens.h"
 #include "sequencing/RkPoseSet.h"
@@ -61,11 +62,18 @@ const RkU32 kNoEndEffector = 0xFFFFFFFFu;
 }  // namespace
 
 RkTaskChecks::RkTaskChecks(const std::string& file, const RkSimulatedTaskRunner* robot,
-                           const std::string& robotName, RkDiagnostics& out, const RkPoseSource& poses)
-    : m_file(file), m_robot(robot), m_robotName(robotName), m_out(out), m_poses(poses) {}
+                           const std::string& robotName, RkDiagnostics& out, const RkPoseSource& poses,
+                           const std::string& actionPath)
+    : m_file(file),
+      m_robot(robot),
+      m_robotName(robotName),
+      m_out(out),
+      m_poses(poses),
+      m_actionPath(actionPath) {}
 
 bool RkTaskChecks::needsRobot(const RkXmlObject& object) {
   return dynamic_cast<const RkManipulationSequenceManager*>(&object) ||
+         dynamic_cast<const RkManipulationActionDirectory*>(&object) ||
          dynamic_cast<const RkManipulationActionContainer*>(&object) ||
          dynamic_cast<const RkManipulationSequence*>(&object) ||
          dynamic_cast<const RkManipulationFrame*>(&object) ||
@@ -76,6 +84,8 @@ void RkTaskChecks::check(const RkXmlObject& object, const Place& place) {
   collectPublished(object);
   if (const auto* manager = dynamic_cast<const RkManipulationSequenceManager*>(&object)) {
     checkManager(*manager, place);
+  } else if (const auto* directory = dynamic_cast<const RkManipulationActionDirectory*>(&object)) {
+    checkDirectory(*directory, place, "");
   } else if (const auto* container = dynamic_cast<const RkManipulationActionContainer*>(&object)) {
     if (container->element()) check(*container->element(), place.child(container->element()->token()));
   } else if (const auto* sequence = dynamic_cast<const RkManipulationSequence*>(&object)) {
@@ -147,6 +157,40 @@ void RkTaskChecks::checkManager(const RkManipulationSequenceManager& manager, co
     const std::string name = "sequence " + quoted(entry.first.value());
     checkSequence(entry.second, value, name, name, Published());
     ++index;
+  }
+}
+
+// Each action of the library (or only the one named) is checked as its own task: a sequence under the name
+// "action "PATH"".
+void RkTaskChecks::checkDirectory(const RkManipulationActionDirectory& directory, const Place& place,
+                                  const std::string& prefix) {
+  const std::vector<Place> subdirectories =
+      place.child(RkManipulation::RkSubdirectoryMapToken).children(RkXml::RkElementToken);
+  std::size_t index = 0;
+  for (const auto& entry : directory.subdirectoryMap().mapContainer()) {
+    const std::string path = prefix + entry.first.value();
+    const Place value =
+        index < subdirectories.size() ? subdirectories[index].child(RkXml::RkValueToken) : place;
+    if (m_actionPath.empty() || m_actionPath.compare(0, path.size(), path) == 0)
+      checkDirectory(entry.second, value, path);
+    ++index;
+  }
+  const std::vector<Place> actions =
+      place.child(RkManipulation::RkActionMapToken).children(RkXml::RkElementToken);
+  index = 0;
+  for (const auto& entry : directory.actionMap().mapContainer()) {
+    const std::string path = prefix + entry.first.value();
+    const Place value = index++ < actions.size() ? actions[index - 1].child(RkXml::RkValueToken) : place;
+    const RkManipulationAction* action = entry.second.element();
+    if ((!m_actionPath.empty() && path != m_actionPath) || !action) continue;
+    collectPublished(*action);
+    const Place at = value.child(action->token());
+    if (const auto* sequence = dynamic_cast<const RkManipulationSequence*>(action)) {
+      const std::string name = "action " + quoted(path);
+      checkSequence(*sequence, at, name, name, Published());
+    } else {
+      check(*action, at);
+    }
   }
 }
 

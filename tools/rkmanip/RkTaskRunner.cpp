@@ -7,9 +7,11 @@
 #include <memory>
 
 #include "sequencing/RkManipulationActionContainer.h"
+#include "sequencing/RkManipulationActionDirectory.h"
 #include "sequencing/RkManipulationSequenceManager.h"
 #include "sequencing/RkPoseSet.h"
 #include "simulation/RkSimulatedTaskRunner.h"
+#include "tools/rkmanip/RkActionLibrary.h"
 #include "tools/rkmanip/RkDocumentCheck.h"
 #include "tools/rkmanip/RkObservedTask.h"
 #include "tools/rkmanip/RkToolPaths.h"
@@ -175,25 +177,45 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
     return 2;
   }
   std::unique_ptr<RkXmlObject> document = RkDocumentCheck::read(
-      options.taskPath, [&]() { return &runner; }, robot, diagnostics, poses);
+      options.taskPath, [&]() { return &runner; }, robot, diagnostics, poses, options.actionPath);
   if (!document) {
     diagnostics.print(out);
     out << "rkmanip run: " << options.taskPath << " cannot be read; nothing was run\n";
     return 2;
   }
+  const auto* library = dynamic_cast<const RkManipulationActionDirectory*>(document.get());
+  if (library && options.actionPath.empty()) {
+    out << "rkmanip run: " << options.taskPath
+        << " is a library of actions; name the one to run with --action PATH (rkmanip list shows them)\n";
+    return 2;
+  }
+  if (!library && !options.actionPath.empty()) {
+    out << "rkmanip run: " << options.taskPath << " holds a <" << document->token().localName()
+        << ">, not a library of actions; --action takes a manipulationActionDirectory document\n";
+    return 2;
+  }
+  std::string missing;
+  if (library && !RkActionLibrary::find(*library, options.actionPath, missing)) {
+    out << "rkmanip run: " << options.taskPath << ": " << missing << "\n";
+    return 2;
+  }
   const auto* manager = dynamic_cast<const RkManipulationSequenceManager*>(document.get());
   const auto* container = dynamic_cast<const RkManipulationActionContainer*>(document.get());
-  const RkManipulationAction* action =
-      container ? container->element() : dynamic_cast<const RkManipulationAction*>(document.get());
+  const RkManipulationAction* action = library ? RkActionLibrary::find(*library, options.actionPath, missing)
+                                       : container
+                                           ? container->element()
+                                           : dynamic_cast<const RkManipulationAction*>(document.get());
   if (!manager && !action) {
     diagnostics.print(out);
     out << "rkmanip run: " << options.taskPath << " holds a <" << document->token().localName()
-        << ">, which is not a task; run takes a manipulationSequenceManager or a manipulationSequence "
-           "document\n";
+        << ">, which is not a task; run takes a manipulationSequenceManager, manipulationSequence or "
+           "waypointSequence document, or a manipulationActionDirectory with --action\n";
     return 2;
   }
   const bool refused = diagnostics.errors() > 0 || (options.strict && diagnostics.warnings() > 0);
-  const std::string checked = options.taskPath + (poseSet ? " with " + options.posesPath : std::string());
+  const std::string checked = options.taskPath +
+                              (library ? " action \"" + options.actionPath + "\"" : std::string()) +
+                              (poseSet ? " with " + options.posesPath : std::string());
   if (refused && !options.lenient) {
     diagnostics.print(out);
     out << "rkmanip run: " << checked << " has " << diagnostics.summary()
