@@ -457,3 +457,37 @@ TEST(RkManipTool, a_library_is_checked_whole_by_validate_and_only_the_chosen_act
     EXPECT_EQ(result.out.find("backwards"), std::string::npos) << result.out;
   }
 }
+
+TEST(RkManipTool, tolerances_interpolation_times_and_links_that_cannot_work_are_refused_with_their_lines) {
+  const std::string task = data("relative_mistakes.xml");
+  const std::string panda = example("robots/panda.urdf");
+  const Result validated = rkmanip({"validate", task, "--robot", panda});
+  EXPECT_EQ(validated.status, 1) << validated.out;
+  EXPECT_TRUE(
+      says(validated.out, at(task, "<placementTolerance>0<"),
+           "the placementTolerance 0 of frame \"in front of the arm\" of sequence \"relative\" is not "
+           "a positive finite number"))
+      << validated.out;
+  EXPECT_TRUE(says(validated.out, at(task, "<interpolationTime>-1"), "the interpolationTime -1 of"));
+  EXPECT_TRUE(says(validated.out, at(task, "panda_link9"),
+                   "is relative to the link \"panda_link9\", which panda does not have (its links: "
+                   "panda_link1, "));
+  EXPECT_NE(lastLine(validated.out).find("3 errors"), std::string::npos) << validated.out;
+  const Result run = rkmanip({"run", task, "--robot", panda});
+  EXPECT_EQ(run.status, 2);
+}
+
+TEST(RkManipTool, the_summary_gives_the_largest_error_a_placement_achieved_frame_ended_with) {
+  const Result placed = rkmanip({"run", example("tasks/pick_and_place.xml")});
+  EXPECT_EQ(placed.status, 0) << placed.out;
+  // Every frame ended by a placement-achieved event ends within its 0.5 mm.
+  const std::string prefix = "placement-achieved frames: largest error at the end 0.4";
+  const std::size_t line = placed.out.find(prefix);
+  ASSERT_NE(line, std::string::npos) << placed.out;
+  EXPECT_NE(placed.out.find(" mm (place: frame 2 \"down to the tray\")\n", line), std::string::npos)
+      << placed.out;
+  EXPECT_EQ(lastLine(placed.out).rfind("Complete after", 0), 0u);
+  // A task of timed frames only has no such line.
+  const Result timed = rkmanip({"run", example("tasks/approach_hold_retreat.xml")});
+  EXPECT_EQ(timed.out.find("placement-achieved"), std::string::npos) << timed.out;
+}

@@ -5,12 +5,15 @@
 #include <set>
 
 #include "control/RkControlTokens.h"
+#include "events/RkManipulationPlacementAchievedTransitionEvent.h"
 #include "events/RkManipulationTimeDurationTransitionEvent.h"
 #include "frames/RkParametricManipulationFrame.h"
 #include "frames/RkStandardManipulationFrame.h"
 #include "frames/RkStandardManipulationFrameState.h"
 #include "frames/RkSubsequenceManipulationFrame.h"
 #include "offsets/RkConstantManipulationOffset.h"
+#include "offsets/RkInterpolatedManipulationOffset.h"
+#include "offsets/RkLinkRelativeManipulationOffset.h"
 #include "offsets/RkParametricTranslationManipulationOffset.h"
 #include "offsets/RkReferencePoseManipulationOffset.h"
 #include "sequencing/RkManipulationActionContainer.h"
@@ -284,9 +287,19 @@ void RkTaskChecks::checkEvent(const RkManipulationFrameTransitionEvent* event, c
     }
     return;
   }
+  const Place eventPlace = container.child(event->token());
+  if (const auto* placed = dynamic_cast<const RkManipulationPlacementAchievedTransitionEvent*>(event)) {
+    const RkReal tolerance = placed->tolerance();
+    if (!(std::isfinite(tolerance) && tolerance > 0.0)) {
+      m_out.error(m_file, eventPlace.child(RkManipulation::RkPlacementToleranceToken).line(),
+                  "the placementTolerance " + number(tolerance) + " of " + what +
+                      " is not a positive finite number, so the frame cannot start; give the largest "
+                      "placement error that counts as reached");
+    }
+    return;
+  }
   const auto* timed = dynamic_cast<const RkManipulationTimeDurationTransitionEvent*>(event);
   if (!timed) return;
-  const Place eventPlace = container.child(event->token());
   const Place duration = eventPlace.child(RkManipulation::RkTimeDurationToken);
   const RkReal seconds = timed->timeDuration();
   if (!duration.inSource()) {
@@ -408,6 +421,33 @@ std::vector<RkTaskChecks::Goal> RkTaskChecks::checkOffset(const RkManipulationOf
       return goals;
     }
     goals.push_back({" at the pose " + quoted(name), pose, {0.0, 0.0, 0.0}});
+  } else if (const auto* interpolated = dynamic_cast<const RkInterpolatedManipulationOffset*>(&offset)) {
+    const RkReal seconds = interpolated->interpolationTime();
+    if (!std::isfinite(seconds) || seconds < 0.0) {
+      m_out.error(m_file, place.child(RkManipulation::RkInterpolationTimeToken).line(),
+                  "the interpolationTime " + number(seconds) + " of " + what +
+                      " is not a finite number at least 0, so the frame cannot start; give the seconds the "
+                      "approach takes");
+    }
+    const RkManipulationOffset* target = interpolated->targetOffset().element();
+    const Place targetPlace = place.child(RkManipulation::RkTargetOffsetToken);
+    if (target)
+      checkOffset(*target, targetPlace.child(target->token()), what, set, kNoEndEffector, published);
+    return goals;
+  } else if (const auto* linked = dynamic_cast<const RkLinkRelativeManipulationOffset*>(&offset)) {
+    const std::string& name = linked->linkIdentifier();
+    if (!m_robot || m_robot->system().manipulators().size() == 0) return goals;
+    const RkIndividualManipulator& arm = m_robot->system().manipulators()[0];
+    if (!arm.link(name)) {
+      std::string links;
+      for (RkU32 i = 0; i < arm.links().size(); ++i)
+        links += (links.empty() ? "" : ", ") + arm.links()[i].identifier();
+      m_out.error(m_file, place.child(RkManipulation::RkLinkIdentifiersToken).line(),
+                  what + " is relative to the link " + quoted(name) + ", which " + m_robotName +
+                      " does not have (its links: " + links +
+                      "), so the frame cannot start; name one of its links in <linkIdentifiers>");
+    }
+    return goals;
   } else if (const auto* parametric =
                  dynamic_cast<const RkParametricTranslationManipulationOffset*>(&offset)) {
     const Place targetPlace = place.child(RkManipulation::RkTargetOffsetToken);

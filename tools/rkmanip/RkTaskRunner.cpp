@@ -87,7 +87,8 @@ struct FrameError {
   double angle = 0.0;
   bool hasGoal = false;
   bool reached = true;
-  double badness = 0.0;  // the larger error over its tolerance; infinite for a NaN error
+  bool byPlacement = false;  // ended by its placement-achieved event
+  double badness = 0.0;      // the larger error over its tolerance; infinite for a NaN error
 };
 
 FrameError measure(const RkSimulatedTaskRunner& runner, const RkObservedTask& task,
@@ -264,6 +265,7 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
   runner.setTransitionCallback([&](const RkSimulatedTaskRunner& r) {
     if (task.frameEnded()) {
       ended.push_back(measure(r, task, options));
+      ended.back().byPlacement = task.endedByPlacement();
     } else if (task.valueStepped()) {
       ended.push_back(beforeUpdate);
       ended.back().time = r.time();
@@ -293,9 +295,15 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
 
   std::size_t missed = 0;
   const FrameError* worst = nullptr;
+  const FrameError* placed = nullptr;  // the placement-achieved frame furthest from its goal at its end
   for (const FrameError& e : ended) {
     missed += !e.reached;
     if (e.hasGoal && (!worst || e.badness > worst->badness)) worst = &e;
+    if (e.byPlacement && (!placed || !(e.position <= placed->position))) placed = &e;
+  }
+  if (placed) {
+    out << "placement-achieved frames: largest error at the end " << length(placed->position) << " ("
+        << placed->frame << ")\n";
   }
   std::snprintf(line, sizeof line, " after %.3f s simulated, %ld %s at %g Hz", runner.time(), runner.cycles(),
                 runner.cycles() == 1 ? "cycle" : "cycles", runner.rate());
