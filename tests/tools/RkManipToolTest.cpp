@@ -368,3 +368,126 @@ TEST(RkManipTool, numbers_that_cannot_time_a_run_are_refused_with_the_usage_line
 }
 
 }  // namespace
+
+namespace {
+
+std::string fileText(const std::string& path) {
+  std::ifstream in(path);
+  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+}  // namespace
+
+TEST(RkManipTool, an_action_of_a_library_runs_as_its_own_document_does_and_list_shows_every_path) {
+  const std::string library = example("library/cell_actions.xml");
+  const std::string alone = example("tasks/ur5e_square_zones.xml");
+  char tracePath[] = "/tmp/rk_tool_trace_XXXXXX";
+  close(mkstemp(tracePath));
+  const std::string libraryTrace = std::string(tracePath) + ".library";
+  const Result fromLibrary =
+      rkmanip({"run", library, "--action", "squares/zones", "--strict", "--trace", libraryTrace});
+  const Result fromFile = rkmanip({"run", alone, "--strict", "--trace", tracePath});
+  EXPECT_EQ(fromLibrary.status, 0) << fromLibrary.out;
+  EXPECT_EQ(fromFile.status, 0) << fromFile.out;
+  EXPECT_EQ(fromLibrary.out, fromFile.out);
+  EXPECT_EQ(fileText(libraryTrace), fileText(tracePath));
+  EXPECT_GT(fileText(tracePath).size(), 1000u);
+  std::remove(tracePath);
+  std::remove(libraryTrace.c_str());
+
+  const Result pick = rkmanip({"run", library, "--action", "pick_and_place/pick", "--require-reached"});
+  EXPECT_EQ(pick.status, 0) << pick.out;
+  EXPECT_TRUE(says(pick.out, "frame 2 \"down to the part\"  error ", "  reached")) << pick.out;
+  EXPECT_EQ(lastLine(pick.out).rfind("Complete after ", 0), 0u) << pick.out;
+
+  const Result listing = rkmanip({"list", library});
+  EXPECT_EQ(listing.status, 0);
+  EXPECT_EQ(listing.out,
+            "directory  palletising/\n"
+            "action     palletising/row  (manipulationSequence)\n"
+            "directory  pick_and_place/\n"
+            "action     pick_and_place/pick  (manipulationSequence)\n"
+            "action     pick_and_place/place  (manipulationSequence)\n"
+            "directory  squares/\n"
+            "action     squares/stop_points  (waypointSequence)\n"
+            "action     squares/zones  (waypointSequence)\n");
+  const Result notLibrary = rkmanip({"list", alone});
+  EXPECT_EQ(notLibrary.status, 2);
+  EXPECT_NE(lastLine(notLibrary.out).find("cannot be read as a manipulationActionDirectory"),
+            std::string::npos);
+}
+
+TEST(RkManipTool, a_library_path_that_names_nothing_is_refused_with_what_the_library_holds_near_it) {
+  const std::string library = example("library/cell_actions.xml");
+  const std::map<std::string, std::string> nearby = {
+      {"pick_and_place/pock", "its directory \"pick_and_place/\" holds pick, place"},
+      {"squares/zones/deeper", "its directory \"squares/\" holds stop_points, zones"},
+      {"pick_and_place/", "its directory \"pick_and_place/\" holds pick, place"},
+      {"nowhere/pick", "its top directory holds palletising/, pick_and_place/, squares/"},
+      {"squares", "its top directory holds palletising/, pick_and_place/, squares/"},
+      {"/squares/zones", "its top directory holds palletising/, pick_and_place/, squares/"},
+  };
+  for (const auto& entry : nearby) {
+    const Result result = rkmanip({"run", library, "--action", entry.first});
+    EXPECT_EQ(result.status, 2) << entry.first;
+    EXPECT_EQ(result.out, "rkmanip run: " + library + ": the library holds no action at \"" + entry.first +
+                              "\"; " + entry.second + "\n");
+  }
+  const Result noAction = rkmanip({"run", library});
+  EXPECT_EQ(noAction.status, 2);
+  EXPECT_NE(noAction.out.find("name the one to run with --action PATH"), std::string::npos) << noAction.out;
+  const Result notLibrary = rkmanip({"run", example("tasks/pick_and_place.xml"), "--action", "pick"});
+  EXPECT_EQ(notLibrary.status, 2);
+  EXPECT_NE(notLibrary.out.find("--action takes a manipulationActionDirectory"), std::string::npos);
+}
+
+TEST(RkManipTool, a_library_is_checked_whole_by_validate_and_only_the_chosen_action_before_a_run) {
+  const std::string library = data("library_one_bad_action.xml");
+  const std::string problem =
+      "the timeDuration -1 of frame \"backwards\" of action \"cell/bad\" is not positive";
+  const Result validated = rkmanip({"validate", library});
+  EXPECT_EQ(validated.status, 1) << validated.out;
+  EXPECT_TRUE(says(validated.out, at(library, "<timeDuration>-1"), problem)) << validated.out;
+  const Result bad = rkmanip({"run", library, "--action", "cell/bad"});
+  EXPECT_EQ(bad.status, 2);
+  EXPECT_TRUE(says(bad.out, at(library, "<timeDuration>-1"), problem)) << bad.out;
+  for (const char* good : {"cell/good", "hold"}) {
+    const Result result = rkmanip({"run", library, "--action", good, "--strict"});
+    EXPECT_EQ(result.status, 0) << result.out;
+    EXPECT_EQ(result.out.find("backwards"), std::string::npos) << result.out;
+  }
+}
+
+TEST(RkManipTool, tolerances_interpolation_times_and_links_that_cannot_work_are_refused_with_their_lines) {
+  const std::string task = data("relative_mistakes.xml");
+  const std::string panda = example("robots/panda.urdf");
+  const Result validated = rkmanip({"validate", task, "--robot", panda});
+  EXPECT_EQ(validated.status, 1) << validated.out;
+  EXPECT_TRUE(
+      says(validated.out, at(task, "<placementTolerance>0<"),
+           "the placementTolerance 0 of frame \"in front of the arm\" of sequence \"relative\" is not "
+           "a positive finite number"))
+      << validated.out;
+  EXPECT_TRUE(says(validated.out, at(task, "<interpolationTime>-1"), "the interpolationTime -1 of"));
+  EXPECT_TRUE(says(validated.out, at(task, "panda_link9"),
+                   "is relative to the link \"panda_link9\", which panda does not have (its links: "
+                   "panda_link1, "));
+  EXPECT_NE(lastLine(validated.out).find("3 errors"), std::string::npos) << validated.out;
+  const Result run = rkmanip({"run", task, "--robot", panda});
+  EXPECT_EQ(run.status, 2);
+}
+
+TEST(RkManipTool, the_summary_gives_the_largest_error_a_placement_achieved_frame_ended_with) {
+  const Result placed = rkmanip({"run", example("tasks/pick_and_place.xml")});
+  EXPECT_EQ(placed.status, 0) << placed.out;
+  // Every frame ended by a placement-achieved event ends within its 0.5 mm.
+  const std::string prefix = "placement-achieved frames: largest error at the end 0.4";
+  const std::size_t line = placed.out.find(prefix);
+  ASSERT_NE(line, std::string::npos) << placed.out;
+  EXPECT_NE(placed.out.find(" mm (place: frame 2 \"down to the tray\")\n", line), std::string::npos)
+      << placed.out;
+  EXPECT_EQ(lastLine(placed.out).rfind("Complete after", 0), 0u);
+  // A task of timed frames only has no such line.
+  const Result timed = rkmanip({"run", example("tasks/approach_hold_retreat.xml")});
+  EXPECT_EQ(timed.out.find("placement-achieved"), std::string::npos) << timed.out;
+}

@@ -74,8 +74,8 @@ bool roundTrips(const RkXmlObject& object, const std::string& written, const std
 }  // namespace
 
 std::unique_ptr<RkXmlObject> read(const std::string& path, const RobotSource& robot,
-                                  const std::string& robotName, RkDiagnostics& out,
-                                  const RkPoseSource& poses) {
+                                  const std::string& robotName, RkDiagnostics& out, const RkPoseSource& poses,
+                                  const std::string& actionPath) {
   std::unique_ptr<RkXmlObject> object = readObject(path, out);
   if (!object) return object;
   std::string written, source, error;
@@ -102,7 +102,7 @@ std::unique_ptr<RkXmlObject> read(const std::string& path, const RobotSource& ro
     if (!told) out.error(path, difference.line, difference.text);
   }
   const RkSimulatedTaskRunner* arm = RkTaskChecks::needsRobot(*object) ? robot() : nullptr;
-  RkTaskChecks(path, arm, robotName, out, poses).check(*object, comparison.root());
+  RkTaskChecks(path, arm, robotName, out, poses, actionPath).check(*object, comparison.root());
   return object;
 }
 

@@ -21,9 +21,11 @@ typedef std::function<const RkSimulatedTaskRunner*()> RobotSource;
 
 // The object read from path, or null when the document cannot be read at all (missing, not well-formed,
 // refused, of no known root element). Findings go to out; a task's reference poses are looked up in poses.
+// In a library of actions only the action at actionPath is checked for meaning, when one is named.
 std::unique_ptr<RkXmlObject> read(const std::string& path, const RobotSource& robot,
                                   const std::string& robotName, RkDiagnostics& out,
-                                  const RkPoseSource& poses = RkPoseSource());
+                                  const RkPoseSource& poses = RkPoseSource(),
+                                  const std::string& actionPath = std::string());
 
 // The pose set given with --poses, read from source.path and checked as a task is, and set as source.poses;
 // null without a path, and null with the reason in problem ("cannot be read", "holds a <...>, which is not a

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "events/RkManipulationPlacementAchievedTransitionEvent.h"
 #include "frames/RkParametricManipulationFrame.h"
 #include "frames/RkStandardManipulationFrame.h"
 #include "frames/RkSubsequenceManipulationFrame.h"
@@ -188,6 +189,13 @@ void RkObservedTask::after(const RkManipulationSequence* sequence, const RkManip
   walk(sequence, state, m_path);
   m_frameEnded = std::any_of(m_path.begin(), m_path.end(), [](const Running& running) {
     return running.sequenceState && running.sequenceState->currentFrameIsComplete();
+  });
+  m_endedByPlacement = std::any_of(m_path.begin(), m_path.end(), [](const Running& running) {
+    const auto* frame = dynamic_cast<const RkStandardManipulationFrame*>(running.frame);
+    return running.sequenceState && running.sequenceState->currentFrameIsComplete() && frame &&
+           running.state &&
+           dynamic_cast<const RkManipulationPlacementAchievedTransitionEvent*>(
+               frame->transitionEventContainer(*running.state).element());
   });
   m_valueStepped = std::any_of(m_path.begin(), m_path.end(), [this](const Running& running) {
     const auto* values = dynamic_cast<const RkParametricManipulationFrameState*>(running.state);

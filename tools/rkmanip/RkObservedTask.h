@@ -30,6 +30,8 @@ class RkObservedTask {
   // next value in it (the run of the previous value having ended).
   bool frameEnded() const { return m_frameEnded; }
   bool valueStepped() const { return m_valueStepped; }
+  // After an update that ended a frame: whether its placement-achieved event ended it.
+  bool endedByPlacement() const { return m_endedByPlacement; }
   // After a Failure: a pose that a reference-pose offset of the failing frame names and the pose set lacks
   // (any such name when there is no pose set); empty when there is none.
   std::string missingPose() const;
@@ -65,4 +67,5 @@ class RkObservedTask {
   Path m_path;
   bool m_frameEnded = false;
   bool m_valueStepped = false;
+  bool m_endedByPlacement = false;
 };

@@ -5,15 +5,19 @@
 #include <set>
 
 #include "control/RkControlTokens.h"
+#include "events/RkManipulationPlacementAchievedTransitionEvent.h"
 #include "events/RkManipulationTimeDurationTransitionEvent.h"
 #include "frames/RkParametricManipulationFrame.h"
 #include "frames/RkStandardManipulationFrame.h"
 #include "frames/RkStandardManipulationFrameState.h"
 #include "frames/RkSubsequenceManipulationFrame.h"
 #include "offsets/RkConstantManipulationOffset.h"
+#include "offsets/RkInterpolatedManipulationOffset.h"
+#include "offsets/RkLinkRelativeManipulationOffset.h"
 #include "offsets/RkParametricTranslationManipulationOffset.h"
 #include "offsets/RkReferencePoseManipulationOffset.h"
 #include "sequencing/RkManipulationActionContainer.h"
+#include "sequencing/RkManipulationActionDirectory.h"
 #include "sequencing/RkManipulationSequenceManager.h"
 #include "sequencing/RkManipulationTokens.h"
 #include "sequencing/RkPoseSet.h"
@@ -61,11 +65,18 @@ const RkU32 kNoEndEffector = 0xFFFFFFFFu;
 }  // namespace
 
 RkTaskChecks::RkTaskChecks(const std::string& file, const RkSimulatedTaskRunner* robot,
-                           const std::string& robotName, RkDiagnostics& out, const RkPoseSource& poses)
-    : m_file(file), m_robot(robot), m_robotName(robotName), m_out(out), m_poses(poses) {}
+                           const std::string& robotName, RkDiagnostics& out, const RkPoseSource& poses,
+                           const std::string& actionPath)
+    : m_file(file),
+      m_robot(robot),
+      m_robotName(robotName),
+      m_out(out),
+      m_poses(poses),
+      m_actionPath(actionPath) {}
 
 bool RkTaskChecks::needsRobot(const RkXmlObject& object) {
   return dynamic_cast<const RkManipulationSequenceManager*>(&object) ||
+         dynamic_cast<const RkManipulationActionDirectory*>(&object) ||
          dynamic_cast<const RkManipulationActionContainer*>(&object) ||
          dynamic_cast<const RkManipulationSequence*>(&object) ||
          dynamic_cast<const RkManipulationFrame*>(&object) ||
@@ -76,6 +87,8 @@ void RkTaskChecks::check(const RkXmlObject& object, const Place& place) {
   collectPublished(object);
   if (const auto* manager = dynamic_cast<const RkManipulationSequenceManager*>(&object)) {
     checkManager(*manager, place);
+  } else if (const auto* directory = dynamic_cast<const RkManipulationActionDirectory*>(&object)) {
+    checkDirectory(*directory, place, "");
   } else if (const auto* container = dynamic_cast<const RkManipulationActionContainer*>(&object)) {
     if (container->element()) check(*container->element(), place.child(container->element()->token()));
   } else if (const auto* sequence = dynamic_cast<const RkManipulationSequence*>(&object)) {
@@ -147,6 +160,40 @@ void RkTaskChecks::checkManager(const RkManipulationSequenceManager& manager, co
     const std::string name = "sequence " + quoted(entry.first.value());
     checkSequence(entry.second, value, name, name, Published());
     ++index;
+  }
+}
+
+// Each action of the library (or only the one named) is checked as its own task: a sequence under the name
+// "action "PATH"".
+void RkTaskChecks::checkDirectory(const RkManipulationActionDirectory& directory, const Place& place,
+                                  const std::string& prefix) {
+  const std::vector<Place> subdirectories =
+      place.child(RkManipulation::RkSubdirectoryMapToken).children(RkXml::RkElementToken);
+  std::size_t index = 0;
+  for (const auto& entry : directory.subdirectoryMap().mapContainer()) {
+    const std::string path = prefix + entry.first.value();
+    const Place value =
+        index < subdirectories.size() ? subdirectories[index].child(RkXml::RkValueToken) : place;
+    if (m_actionPath.empty() || m_actionPath.compare(0, path.size(), path) == 0)
+      checkDirectory(entry.second, value, path);
+    ++index;
+  }
+  const std::vector<Place> actions =
+      place.child(RkManipulation::RkActionMapToken).children(RkXml::RkElementToken);
+  index = 0;
+  for (const auto& entry : directory.actionMap().mapContainer()) {
+    const std::string path = prefix + entry.first.value();
+    const Place value = index++ < actions.size() ? actions[index - 1].child(RkXml::RkValueToken) : place;
+    const RkManipulationAction* action = entry.second.element();
+    if ((!m_actionPath.empty() && path != m_actionPath) || !action) continue;
+    collectPublished(*action);
+    const Place at = value.child(action->token());
+    if (const auto* sequence = dynamic_cast<const RkManipulationSequence*>(action)) {
+      const std::string name = "action " + quoted(path);
+      checkSequence(*sequence, at, name, name, Published());
+    } else {
+      check(*action, at);
+    }
   }
 }
 
@@ -240,9 +287,19 @@ void RkTaskChecks::checkEvent(const RkManipulationFrameTransitionEvent* event, c
     }
     return;
   }
+  const Place eventPlace = container.child(event->token());
+  if (const auto* placed = dynamic_cast<const RkManipulationPlacementAchievedTransitionEvent*>(event)) {
+    const RkReal tolerance = placed->tolerance();
+    if (!(std::isfinite(tolerance) && tolerance > 0.0)) {
+      m_out.error(m_file, eventPlace.child(RkManipulation::RkPlacementToleranceToken).line(),
+                  "the placementTolerance " + number(tolerance) + " of " + what +
+                      " is not a positive finite number, so the frame cannot start; give the largest "
+                      "placement error that counts as reached");
+    }
+    return;
+  }
   const auto* timed = dynamic_cast<const RkManipulationTimeDurationTransitionEvent*>(event);
   if (!timed) return;
-  const Place eventPlace = container.child(event->token());
   const Place duration = eventPlace.child(RkManipulation::RkTimeDurationToken);
   const RkReal seconds = timed->timeDuration();
   if (!duration.inSource()) {
@@ -364,6 +421,33 @@ std::vector<RkTaskChecks::Goal> RkTaskChecks::checkOffset(const RkManipulationOf
       return goals;
     }
     goals.push_back({" at the pose " + quoted(name), pose, {0.0, 0.0, 0.0}});
+  } else if (const auto* interpolated = dynamic_cast<const RkInterpolatedManipulationOffset*>(&offset)) {
+    const RkReal seconds = interpolated->interpolationTime();
+    if (!std::isfinite(seconds) || seconds < 0.0) {
+      m_out.error(m_file, place.child(RkManipulation::RkInterpolationTimeToken).line(),
+                  "the interpolationTime " + number(seconds) + " of " + what +
+                      " is not a finite number at least 0, so the frame cannot start; give the seconds the "
+                      "approach takes");
+    }
+    const RkManipulationOffset* target = interpolated->targetOffset().element();
+    const Place targetPlace = place.child(RkManipulation::RkTargetOffsetToken);
+    if (target)
+      checkOffset(*target, targetPlace.child(target->token()), what, set, kNoEndEffector, published);
+    return goals;
+  } else if (const auto* linked = dynamic_cast<const RkLinkRelativeManipulationOffset*>(&offset)) {
+    const std::string& name = linked->linkIdentifier();
+    if (!m_robot || m_robot->system().manipulators().size() == 0) return goals;
+    const RkIndividualManipulator& arm = m_robot->system().manipulators()[0];
+    if (!arm.link(name)) {
+      std::string links;
+      for (RkU32 i = 0; i < arm.links().size(); ++i)
+        links += (links.empty() ? "" : ", ") + arm.links()[i].identifier();
+      m_out.error(m_file, place.child(RkManipulation::RkLinkIdentifiersToken).line(),
+                  what + " is relative to the link " + quoted(name) + ", which " + m_robotName +
+                      " does not have (its links: " + links +
+                      "), so the frame cannot start; name one of its links in <linkIdentifiers>");
+    }
+    return goals;
   } else if (const auto* parametric =
                  dynamic_cast<const RkParametricTranslationManipulationOffset*>(&offset)) {
     const Place targetPlace = place.child(RkManipulation::RkTargetOffsetToken);

@@ -18,6 +18,7 @@ class RkEndEffectorPlacement;
 class RkManipulationFrame;
 class RkManipulationFrameTransitionEvent;
 class RkManipulationSequenceManager;
+class RkManipulationActionDirectory;
 class RkManipulationSequence;
 class RkStandardManipulationFrame;
 class RkManipulationOffset;
@@ -37,10 +38,12 @@ class RkTaskChecks {
 
   // robot: the simulated arm the task is to run on, named robotName in messages; null skips the checks
   // that need it.
+  // actionPath: in a library of actions, the one action to check; empty to check every action.
   RkTaskChecks(const std::string& file, const RkSimulatedTaskRunner* robot, const std::string& robotName,
-               RkDiagnostics& out, const RkPoseSource& poses = RkPoseSource());
-  // Checks a manager, an action container, a sequence, a frame, a constant offset or a pose set standing at
-  // place; any other document has no checks of meaning.
+               RkDiagnostics& out, const RkPoseSource& poses = RkPoseSource(),
+               const std::string& actionPath = std::string());
+  // Checks a manager, a library of actions, an action container, a sequence, a frame, a constant offset or a
+  // pose set standing at place; any other document has no checks of meaning.
   void check(const RkXmlObject& object, const Place& place);
   // Whether the object holds frames, whose checks need the robot.
   static bool needsRobot(const RkXmlObject& object);
@@ -56,6 +59,8 @@ class RkTaskChecks {
   };
 
   void checkManager(const RkManipulationSequenceManager& manager, const Place& place);
+  void checkDirectory(const RkManipulationActionDirectory& directory, const Place& place,
+                      const std::string& prefix);
   void checkSequence(const RkManipulationSequence& sequence, const Place& place, const std::string& what,
                      const std::string& owner, const Published& published);
   void checkFrame(const RkManipulationFrame& frame, const Place& place, const std::string& what,
@@ -84,6 +89,7 @@ class RkTaskChecks {
   std::string m_robotName;
   RkDiagnostics& m_out;
   RkPoseSource m_poses;
+  std::string m_actionPath;
   std::set<std::string> m_publishedAnywhere;
   std::map<std::vector<double>, bool> m_reachable;
 };

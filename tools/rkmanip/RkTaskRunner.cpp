@@ -7,9 +7,11 @@
 #include <memory>
 
 #include "sequencing/RkManipulationActionContainer.h"
+#include "sequencing/RkManipulationActionDirectory.h"
 #include "sequencing/RkManipulationSequenceManager.h"
 #include "sequencing/RkPoseSet.h"
 #include "simulation/RkSimulatedTaskRunner.h"
+#include "tools/rkmanip/RkActionLibrary.h"
 #include "tools/rkmanip/RkDocumentCheck.h"
 #include "tools/rkmanip/RkObservedTask.h"
 #include "tools/rkmanip/RkToolPaths.h"
@@ -85,7 +87,8 @@ struct FrameError {
   double angle = 0.0;
   bool hasGoal = false;
   bool reached = true;
-  double badness = 0.0;  // the larger error over its tolerance; infinite for a NaN error
+  bool byPlacement = false;  // ended by its placement-achieved event
+  double badness = 0.0;      // the larger error over its tolerance; infinite for a NaN error
 };
 
 FrameError measure(const RkSimulatedTaskRunner& runner, const RkObservedTask& task,
@@ -175,25 +178,45 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
     return 2;
   }
   std::unique_ptr<RkXmlObject> document = RkDocumentCheck::read(
-      options.taskPath, [&]() { return &runner; }, robot, diagnostics, poses);
+      options.taskPath, [&]() { return &runner; }, robot, diagnostics, poses, options.actionPath);
   if (!document) {
     diagnostics.print(out);
     out << "rkmanip run: " << options.taskPath << " cannot be read; nothing was run\n";
     return 2;
   }
+  const auto* library = dynamic_cast<const RkManipulationActionDirectory*>(document.get());
+  if (library && options.actionPath.empty()) {
+    out << "rkmanip run: " << options.taskPath
+        << " is a library of actions; name the one to run with --action PATH (rkmanip list shows them)\n";
+    return 2;
+  }
+  if (!library && !options.actionPath.empty()) {
+    out << "rkmanip run: " << options.taskPath << " holds a <" << document->token().localName()
+        << ">, not a library of actions; --action takes a manipulationActionDirectory document\n";
+    return 2;
+  }
+  std::string missing;
+  if (library && !RkActionLibrary::find(*library, options.actionPath, missing)) {
+    out << "rkmanip run: " << options.taskPath << ": " << missing << "\n";
+    return 2;
+  }
   const auto* manager = dynamic_cast<const RkManipulationSequenceManager*>(document.get());
   const auto* container = dynamic_cast<const RkManipulationActionContainer*>(document.get());
-  const RkManipulationAction* action =
-      container ? container->element() : dynamic_cast<const RkManipulationAction*>(document.get());
+  const RkManipulationAction* action = library ? RkActionLibrary::find(*library, options.actionPath, missing)
+                                       : container
+                                           ? container->element()
+                                           : dynamic_cast<const RkManipulationAction*>(document.get());
   if (!manager && !action) {
     diagnostics.print(out);
     out << "rkmanip run: " << options.taskPath << " holds a <" << document->token().localName()
-        << ">, which is not a task; run takes a manipulationSequenceManager or a manipulationSequence "
-           "document\n";
+        << ">, which is not a task; run takes a manipulationSequenceManager, manipulationSequence or "
+           "waypointSequence document, or a manipulationActionDirectory with --action\n";
     return 2;
   }
   const bool refused = diagnostics.errors() > 0 || (options.strict && diagnostics.warnings() > 0);
-  const std::string checked = options.taskPath + (poseSet ? " with " + options.posesPath : std::string());
+  const std::string checked = options.taskPath +
+                              (library ? " action \"" + options.actionPath + "\"" : std::string()) +
+                              (poseSet ? " with " + options.posesPath : std::string());
   if (refused && !options.lenient) {
     diagnostics.print(out);
     out << "rkmanip run: " << checked << " has " << diagnostics.summary()
@@ -242,6 +265,7 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
   runner.setTransitionCallback([&](const RkSimulatedTaskRunner& r) {
     if (task.frameEnded()) {
       ended.push_back(measure(r, task, options));
+      ended.back().byPlacement = task.endedByPlacement();
     } else if (task.valueStepped()) {
       ended.push_back(beforeUpdate);
       ended.back().time = r.time();
@@ -271,9 +295,15 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
 
   std::size_t missed = 0;
   const FrameError* worst = nullptr;
+  const FrameError* placed = nullptr;  // the placement-achieved frame furthest from its goal at its end
   for (const FrameError& e : ended) {
     missed += !e.reached;
     if (e.hasGoal && (!worst || e.badness > worst->badness)) worst = &e;
+    if (e.byPlacement && (!placed || !(e.position <= placed->position))) placed = &e;
+  }
+  if (placed) {
+    out << "placement-achieved frames: largest error at the end " << length(placed->position) << " ("
+        << placed->frame << ")\n";
   }
   std::snprintf(line, sizeof line, " after %.3f s simulated, %ld %s at %g Hz", runner.time(), runner.cycles(),
                 runner.cycles() == 1 ? "cycle" : "cycles", runner.rate());

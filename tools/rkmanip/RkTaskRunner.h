@@ -19,11 +19,13 @@ struct RkTaskRunOptions {
   bool requireReached = false;  // a frame that ends short of its goal fails the run
   std::string tracePath;        // CSV of commanded and actual placements per cycle; empty for none
   std::string posesPath;        // the pose set handed to every cycle; empty for none
+  std::string actionPath;       // the action to run of a library of actions; empty for any other task
 };
 
 namespace RkTaskRunner {
 // 0 when the task completes (with every frame reached, under requireReached); 1 on Failure, at maxTime or
 // for a frame not reached under requireReached; 2 when the task or robot cannot be read, or the task has
-// problems and is not run leniently. Progress goes to progress when it is a terminal.
+// problems and is not run leniently, or a library's action path names nothing. Progress goes to progress when
+// it is a terminal.
 int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progress, bool progressIsTerminal);
 }  // namespace RkTaskRunner

@@ -6,6 +6,7 @@
 #include <iostream>
 
 #include "sequencing/RkManipulationVersion.h"
+#include "tools/rkmanip/RkActionLibrary.h"
 #include "tools/rkmanip/RkDocumentValidator.h"
 #include "tools/rkmanip/RkTaskRunner.h"
 #include "tools/rkmanip/RkToolPaths.h"
@@ -14,11 +15,13 @@
 namespace {
 
 const char* const kRunUsage =
-    "usage: rkmanip run TASK.xml [--poses POSES.xml] [--robot ROBOT.urdf] [--tip LINK] [--rate HZ]\n"
+    "usage: rkmanip run TASK.xml [--action PATH] [--poses POSES.xml] [--robot ROBOT.urdf] [--tip LINK] "
+    "[--rate HZ]\n"
     "                   [--max-time SECONDS] [--tolerance METRES [RADIANS]] [--require-reached] [--lenient]\n"
     "                   [--strict] [--trace FILE.csv]\n";
 const char* const kValidateUsage =
     "usage: rkmanip validate DOCUMENT.xml [--poses POSES.xml] [--robot ROBOT.urdf] [--tip LINK] [--strict]\n";
+const char* const kListUsage = "usage: rkmanip list LIBRARY.xml\n";
 const char* const kSchemaUsage = "usage: rkmanip schema > vocabulary.xsd\n";
 
 // A number that is finite and above zero, or, with zeroAllowed, not below it.
@@ -57,8 +60,14 @@ int main(int argc, char** argv) {
   std::vector<double> tolerance;
   CLI::App* runCommand = app.add_subcommand(
       "run",
-      "Run a task (a manipulationSequenceManager or manipulationSequence document) on the simulated arm");
-  runCommand->add_option("task", run.taskPath, "Task file")->required()->check(CLI::ExistingFile);
+      "Run a task (a manipulationSequenceManager, manipulationSequence or waypointSequence document, or an "
+      "action of a manipulationActionDirectory library) on the simulated arm");
+  runCommand->add_option("task", run.taskPath, "Task file, or library file with --action")
+      ->required()
+      ->check(CLI::ExistingFile);
+  runCommand->add_option("--action", run.actionPath,
+                         "The action to run of a library (a manipulationActionDirectory document), by its "
+                         "path in it, e.g. cell/pick; rkmanip list shows the paths");
   runCommand
       ->add_option(
           "--poses", run.posesPath,
@@ -105,6 +114,11 @@ int main(int argc, char** argv) {
   validateCommand->add_option("--tip", validate.tipLink, tipHelp);
   validateCommand->add_flag("--strict", validate.strict, "Count warnings as problems");
 
+  std::string libraryPath;
+  CLI::App* listCommand = app.add_subcommand(
+      "list", "List every directory and action path of a library of actions (a manipulationActionDirectory)");
+  listCommand->add_option("library", libraryPath, "Library file")->required()->check(CLI::ExistingFile);
+
   CLI::App* schemaCommand = app.add_subcommand("schema", "Print an XML Schema (XSD) of the whole vocabulary");
 
   try {
@@ -120,8 +134,10 @@ int main(int argc, char** argv) {
     std::cerr << "rkmanip: " << e.what() << "\n"
               << (command == "run"        ? kRunUsage
                   : command == "validate" ? kValidateUsage
-                  : command == "schema"   ? kSchemaUsage
-                                          : std::string(kRunUsage) + kValidateUsage + kSchemaUsage);
+                  : command == "list"     ? kListUsage
+                  : command == "schema"
+                      ? kSchemaUsage
+                      : std::string(kRunUsage) + kValidateUsage + kListUsage + kSchemaUsage);
     return 2;
   }
   if (runCommand->parsed()) {
@@ -139,6 +155,7 @@ int main(int argc, char** argv) {
     if (validate.robotPath.empty()) validate.robotPath = defaultRobot.empty() ? tried : defaultRobot;
     return RkDocumentValidator::validate(validate, std::cout);
   }
+  if (listCommand->parsed()) return RkActionLibrary::list(libraryPath, std::cout);
   if (schemaCommand->parsed()) std::cout << RkVocabulary::schema();
   return 0;
 }
