@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <libxml/parser.h>
-#include <libxml/xmlreader.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -135,13 +134,15 @@ void qualifiedName(const xmlChar* uri, const xmlChar* local, std::string& text) 
 }  // namespace
 
 RkXmlReader::RkXmlReader(std::string_view document, const std::string& name, ObjectFactory fallback)
-    : m_reader(nullptr),
+    : m_event(nullptr),
       m_fileName(Rk::Print::escaped(name)),
       m_fallback(fallback),
       m_kind(RkXmlNodeKind::EndOfDocument),
       m_depth(0),
+      m_line(0),
       m_tagKnown(false),
       m_attributesKnown(false),
+      m_nameSlots(),
       m_dataMode(false),
       m_dataPosition(0),
       m_dataItemsTaken(0),
@@ -160,32 +161,12 @@ RkXmlReader::RkXmlReader(std::string_view document, const std::string& name, Obj
     fail(1, "document larger than 64 MiB");
   } else if (const std::string reason = prescan(document, offset); !reason.empty()) {
     fail(lineAt(document, offset), reason);
-  } else {
-    const int options = XML_PARSE_NONET | XML_PARSE_BIG_LINES | XML_PARSE_NOWARNING;
-    m_reader = xmlReaderForMemory(document.data(), static_cast<int>(document.size()), name.c_str(), nullptr,
-                                  options);
-    if (!m_reader) {
-      fail(1, "the parser could not be created");
-    } else {
-      xmlTextReaderSetStructuredErrorHandler(m_reader, &RkXmlReader::structuredError, this);
-    }
+  } else if (!m_events.start(document, name, kMaxTextBytes, kMaxNames)) {
+    fail(1, "the parser could not be created");
   }
 }
 
-RkXmlReader::~RkXmlReader() {
-  if (m_reader) xmlFreeTextReader(m_reader);
-}
-
-void RkXmlReader::structuredError(void* context, xmlErrorPtr error) {
-  if (!error || error->level == XML_ERR_WARNING) return;
-  std::string message = error->message ? error->message : "malformed document";
-  while (!message.empty() && (message.back() == '\n' || message.back() == ' ')) message.pop_back();
-  // Some libxml2 messages run over two lines; a refusal is reported on one.
-  for (char& c : message) {
-    if (c == '\n') c = ' ';
-  }
-  static_cast<RkXmlReader*>(context)->fail(error->line, message);
-}
+RkXmlReader::~RkXmlReader() = default;
 
 void RkXmlReader::fail(int line, const std::string& reason) {
   if (m_failed) return;
@@ -208,89 +189,88 @@ RkXmlNodeKind RkXmlReader::advance() {
   m_tagKnown = false;
   m_attributesKnown = false;
   if (m_failed) return m_kind = RkXmlNodeKind::Error;
-  if (!m_reader) return m_kind = RkXmlNodeKind::EndOfDocument;
-  while (true) {
-    const int result = xmlTextReaderRead(m_reader);
-    if (m_failed) return m_kind = RkXmlNodeKind::Error;
-    if (result < 0) {
-      fail(lineNumber(), "malformed document");
-      return m_kind = RkXmlNodeKind::Error;
-    }
-    if (result == 0) return m_kind = RkXmlNodeKind::EndOfDocument;
-    // libxml2 interns every name (and short text) of a document, ever slower as they grow in number.
-    const xmlNodePtr node = xmlTextReaderCurrentNode(m_reader);
-    if (node && node->doc && node->doc->dict && xmlDictSize(node->doc->dict) > static_cast<int>(kMaxNames)) {
-      fail(lineNumber(), "more than " + std::to_string(kMaxNames) + " distinct names");
-      return m_kind = RkXmlNodeKind::Error;
-    }
-    m_depth = xmlTextReaderDepth(m_reader);
-    switch (xmlTextReaderNodeType(m_reader)) {
-      case XML_READER_TYPE_ELEMENT:
-        // The root stands at depth 0, so depth kMaxDepth is one level too deep.
-        if (m_depth >= kMaxDepth) {
-          fail(lineNumber(), "elements nested deeper than " + std::to_string(kMaxDepth) + " levels");
-          return m_kind = RkXmlNodeKind::Error;
-        }
-        if (++m_elements > kMaxElements) {
-          fail(lineNumber(), "more than " + std::to_string(kMaxElements) + " elements and list items");
-          return m_kind = RkXmlNodeKind::Error;
-        }
-        return m_kind = xmlTextReaderIsEmptyElement(m_reader) ? RkXmlNodeKind::EmptyElement
-                                                              : RkXmlNodeKind::StartElement;
-      case XML_READER_TYPE_END_ELEMENT:
-        return m_kind = RkXmlNodeKind::EndElement;
-      case XML_READER_TYPE_TEXT:
-      case XML_READER_TYPE_CDATA:
-        return m_kind = RkXmlNodeKind::Text;
-      case XML_READER_TYPE_DOCUMENT_TYPE:
-      case XML_READER_TYPE_ENTITY_REFERENCE:
-        fail(lineNumber(), "entities are not accepted");
+  const RkXmlEventStream::Event* event = m_events.next();
+  m_event = event;
+  if (!event) {
+    m_line = 0;
+    return m_kind = RkXmlNodeKind::EndOfDocument;
+  }
+  using Kind = RkXmlEventStream::Kind;
+  if (event->kind == Kind::Refused) {
+    fail(event->line, std::string(m_events.text(*event)));
+    return m_kind = RkXmlNodeKind::Error;
+  }
+  if (event->kind == Kind::Stopped) {
+    // Where the walk stands.
+    fail(lineNumber(), "malformed document");
+    return m_kind = RkXmlNodeKind::Error;
+  }
+  m_line = event->line;
+  m_depth = event->depth;
+  switch (event->kind) {
+    case Kind::Start:
+    case Kind::Empty:
+      // The root stands at depth 0, so depth kMaxDepth is one level too deep.
+      if (m_depth >= kMaxDepth) {
+        fail(lineNumber(), "elements nested deeper than " + std::to_string(kMaxDepth) + " levels");
         return m_kind = RkXmlNodeKind::Error;
-      default:
-        break;  // comments, processing instructions, white space
-    }
+      }
+      if (++m_elements > kMaxElements) {
+        fail(lineNumber(), "more than " + std::to_string(kMaxElements) + " elements and list items");
+        return m_kind = RkXmlNodeKind::Error;
+      }
+      return m_kind = event->kind == Kind::Empty ? RkXmlNodeKind::EmptyElement : RkXmlNodeKind::StartElement;
+    case Kind::End:
+      return m_kind = RkXmlNodeKind::EndElement;
+    case Kind::Text:
+    case Kind::Section:
+      return m_kind = RkXmlNodeKind::Text;
+    default:  // a document type or an entity reference; the stream hands out no Skip
+      fail(lineNumber(), "entities are not accepted");
+      return m_kind = RkXmlNodeKind::Error;
   }
 }
 
 RkToken RkXmlReader::nameToken(const xmlChar* uri, const xmlChar* local) {
   // libxml2 interns names per document, so the pair of pointers identifies the name.
+  NameSlot& slot = m_nameSlots[(reinterpret_cast<std::uintptr_t>(local) >> 4) % kNameSlots];
+  if (slot.local == local && slot.uri == uri && local) return slot.token;
   const std::pair<const void*, const void*> key(uri, local);
-  const auto found = m_names.find(key);
-  if (found != m_names.end()) return found->second;
-  qualifiedName(uri, local, m_nameText);
-  const std::size_t before = m_localTokens.bytes();
-  const RkToken token = m_localTokens.token(m_nameText);
-  charge(m_localTokens.bytes() - before + 6 * sizeof(void*));
-  return m_names.emplace(key, token).first->second;
+  auto found = m_names.find(key);
+  if (found == m_names.end()) {
+    qualifiedName(uri, local, m_nameText);
+    const std::size_t before = m_localTokens.bytes();
+    const RkToken token = m_localTokens.token(m_nameText);
+    charge(m_localTokens.bytes() - before + 6 * sizeof(void*));
+    found = m_names.emplace(key, token).first;
+  }
+  slot = {uri, local, found->second};
+  return found->second;
 }
 
 const RkToken& RkXmlReader::tag() {
   if (m_tagKnown) return m_tag;
   m_tagKnown = true;
   m_tag = RkToken();
-  if (!m_reader || (m_kind != RkXmlNodeKind::StartElement && m_kind != RkXmlNodeKind::EmptyElement &&
-                    m_kind != RkXmlNodeKind::EndElement)) {
+  if (m_kind != RkXmlNodeKind::StartElement && m_kind != RkXmlNodeKind::EmptyElement &&
+      m_kind != RkXmlNodeKind::EndElement) {
     return m_tag;
   }
-  return m_tag = nameToken(xmlTextReaderConstNamespaceUri(m_reader), xmlTextReaderConstLocalName(m_reader));
+  return m_tag = nameToken(m_event->uri, m_event->local);
 }
 
 void RkXmlReader::collectAttributes() {
   if (m_attributesKnown) return;
   m_attributesKnown = true;
   m_attributeNames.clear();
-  m_attributeValues.clear();
-  if (!m_reader || (m_kind != RkXmlNodeKind::StartElement && m_kind != RkXmlNodeKind::EmptyElement)) return;
-  if (xmlTextReaderHasAttributes(m_reader) != 1) return;
-  while (xmlTextReaderMoveToNextAttribute(m_reader) == 1) {
-    if (xmlTextReaderIsNamespaceDecl(m_reader) == 1) continue;
-    const xmlChar* uri = xmlTextReaderConstNamespaceUri(m_reader);
-    const xmlChar* local = xmlTextReaderConstLocalName(m_reader);
-    const xmlChar* value = xmlTextReaderConstValue(m_reader);
-    m_attributeNames.push_back(nameToken(uri, local));
-    m_attributeValues.emplace_back(value ? reinterpret_cast<const char*>(value) : "");
+  if (m_kind != RkXmlNodeKind::StartElement && m_kind != RkXmlNodeKind::EmptyElement) return;
+  const std::uint32_t count = m_event->size;
+  if (m_attributeValues.size() < count) m_attributeValues.resize(count);
+  for (std::uint32_t i = 0; i < count; ++i) {
+    const RkXmlEventStream::Attribute& attribute = m_events.attribute(*m_event, i);
+    m_attributeNames.push_back(nameToken(attribute.uri, attribute.local));
+    m_attributeValues[i].assign(m_events.value(attribute));
   }
-  xmlTextReaderMoveToElement(m_reader);
 }
 
 RkU32 RkXmlReader::attributeCount() {
@@ -307,7 +287,7 @@ const RkToken& RkXmlReader::attributeName(RkU32 index) {
 const std::string& RkXmlReader::attributeValue(RkU32 index) {
   collectAttributes();
   static const std::string none;
-  return index < m_attributeValues.size() ? m_attributeValues[index] : none;
+  return index < m_attributeNames.size() ? m_attributeValues[index] : none;
 }
 
 RkBoolean RkXmlReader::readElementText(std::string& text) {
@@ -319,14 +299,13 @@ RkBoolean RkXmlReader::readElementText(std::string& text) {
   while (true) {
     const RkXmlNodeKind kind = advance();
     if (kind == RkXmlNodeKind::Text) {
-      const xmlChar* value = xmlTextReaderConstValue(m_reader);
-      if (value) text += reinterpret_cast<const char*>(value);
       // Pieces (text, CDATA sections, character references) are held to the same cap as one run.
-      if (text.size() > kMaxTextBytes) {
+      if (text.size() + m_event->size > kMaxTextBytes) {
         fail(lineNumber(), "text longer than 8 MiB");
         text.clear();
         return false;
       }
+      text.append(m_events.text(*m_event));
     } else if (kind == RkXmlNodeKind::StartElement || kind == RkXmlNodeKind::EmptyElement) {
       contentError("unexpected element \"%s\" inside a value", std::string(tag().localName()).c_str());
       clean = false;
@@ -395,10 +374,9 @@ void RkXmlReader::finishElement(int elementDepth) {
 }
 
 int RkXmlReader::lineNumber() const {
-  if (!m_reader) return m_failedLine;
-  xmlNodePtr node = xmlTextReaderCurrentNode(m_reader);
-  const long line = node ? xmlGetLineNo(node) : -1;
-  return line > 0 ? static_cast<int>(line) : xmlTextReaderGetParserLineNumber(m_reader);
+  if (m_line > 0) return m_line;
+  const int line = m_events.parserLine();
+  return line > 0 ? line : m_failedLine;
 }
 
 void RkXmlReader::contentError(const char* format, ...) {
