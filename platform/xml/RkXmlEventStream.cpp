@@ -63,6 +63,13 @@ inline void RkXmlEventStream::closeText() {
   }
 }
 
+inline void RkXmlEventStream::addSkip(int line) {
+  const std::size_t count = m_events.size();
+  if (m_exact && (count == m_next || m_events[count - 1].kind != Kind::Skip)) {
+    add(Kind::Skip, line, m_openLines.size());
+  }
+}
+
 // The parser's callbacks. The parser hands itself as the context; its _private names the stream. Entity
 // contents are parsed in contexts of their own, whose nodes are not the document's and are not recorded.
 struct RkXmlEventStream::Sax {
@@ -144,13 +151,19 @@ struct RkXmlEventStream::Sax {
     if (!stream.m_textOpen || stream.m_events.back().kind != kind) {
       stream.closeText();
       const xmlParserCtxtPtr parser = stream.m_parser;
+      // White space up to a '<' is a whole text: whatever the '<' begins ends it. Nothing is kept.
+      if (kind == Kind::Text && blank && characters[length] == '<') {
+        internWhiteSpace(stream, characters, length);
+        stream.addSkip(parser->input->line);
+        return;
+      }
       // Text reports the line it starts on, a CDATA section the line of the element it stands in.
       const int line = kind == Kind::Section ? stream.m_openLines.back() : parser->input->line;
       Event& event = stream.add(kind, line, stream.m_openLines.size());
       event.begin = static_cast<std::uint32_t>(stream.m_text.size());
       event.blank = kind == Kind::Text && blank;
       stream.m_textOpen = true;
-      if (event.blank) internWhiteSpace(parser, characters, length);
+      if (event.blank) internWhiteSpace(stream, characters, length);
     } else if (!blank) {
       stream.m_events.back().blank = false;
     }
@@ -164,12 +177,29 @@ struct RkXmlEventStream::Sax {
         std::min<std::size_t>(std::size_t(open.size) + static_cast<std::size_t>(length), UINT32_MAX));
   }
 
-  // A tree builder interns a text node of 16 to 59 blanks before a tag in the parser's dictionary; doing
-  // the same keeps the name cap counting what it always counted.
-  static void internWhiteSpace(xmlParserCtxtPtr parser, const xmlChar* characters, int length) {
-    if (length >= 16 && length < 60 && characters[length] == '<' && characters[length + 1] != '!') {
-      xmlDictLookup(parser->dict, characters, length);
+  // A tree builder interns a text node of 16 to 59 blanks before a tag in the parser's dictionary; the
+  // same count keeps the name cap counting what it always counted. The usual indentation, a line feed and
+  // spaces, is counted by its length alone.
+  static void internWhiteSpace(RkXmlEventStream& stream, const xmlChar* characters, int length) {
+    if (length < 16 || length >= 60 || characters[length] != '<' || characters[length + 1] == '!') return;
+    if (characters[0] == '\n' && allSpaces(characters + 1, length - 1)) {
+      stream.m_indentations |= std::uint64_t(1) << length;
+    } else {
+      xmlDictLookup(stream.m_parser->dict, characters, length);
     }
+  }
+
+  static bool allSpaces(const xmlChar* text, int length) {
+    int at = 0;
+    for (; at + 8 <= length; at += 8) {
+      std::uint64_t word;
+      std::memcpy(&word, text + at, 8);
+      if (word != 0x2020202020202020u) return false;
+    }
+    for (; at < length; ++at) {
+      if (text[at] != ' ') return false;
+    }
+    return true;
   }
 
   static void characters(void* context, const xmlChar* characters, int length) {
@@ -185,10 +215,7 @@ struct RkXmlEventStream::Sax {
     RkXmlEventStream* stream = streamOf(context);
     if (!stream) return;
     stream->closeText();
-    const std::size_t count = stream->m_events.size();
-    if (!stream->m_exact || (count > stream->m_next && stream->m_events[count - 1].kind == Kind::Skip))
-      return;
-    stream->add(Kind::Skip, stream->m_parser->input->line, stream->m_openLines.size());
+    stream->addSkip(stream->m_parser->input->line);
   }
 
   static void comment(void* context, const xmlChar*) { skip(context); }
@@ -278,6 +305,7 @@ RkXmlEventStream::RkXmlEventStream()
       m_refused(false),
       m_walked(0),
       m_passOver(0),
+      m_indentations(0),
       m_next(0),
       m_textOpen(false),
       m_endOfEmpty(false) {}
@@ -309,6 +337,12 @@ bool RkXmlEventStream::makeParser() {
   xmlCtxtUseOptions(m_parser,
                     XML_PARSE_NONET | XML_PARSE_BIG_LINES | XML_PARSE_NOWARNING | XML_PARSE_COMPACT);
   return true;
+}
+
+std::size_t RkXmlEventStream::names() const {
+  std::size_t indentations = 0;
+  for (std::uint64_t bits = m_indentations; bits; bits &= bits - 1) ++indentations;
+  return static_cast<std::size_t>(xmlDictSize(m_parser->dict)) + indentations;
 }
 
 int RkXmlEventStream::parserLine() const {
@@ -347,7 +381,7 @@ bool RkXmlEventStream::feed(std::size_t chunk) {
   const bool stopped = result != 0 || !m_parser->wellFormed;
   if (!m_exact) {
     // libxml2 interns names as it meets them, ever slower as they grow in number.
-    if (stopped || xmlDictSize(m_parser->dict) > static_cast<int>(m_nameCap)) m_trouble = true;
+    if (stopped || names() > m_nameCap) m_trouble = true;
   } else if (stopped && !m_refused) {
     // Refused where the walk stands, before anything parsed since.
     m_events.resize(m_next);
@@ -379,6 +413,7 @@ bool RkXmlEventStream::replayExactly() {
   m_attributes.clear();
   m_text.clear();
   m_openLines.clear();
+  m_indentations = 0;
   m_next = 0;
   m_textOpen = m_endOfEmpty = m_parserDone = m_trouble = m_rootSeen = m_refused = false;
   m_exact = true;
@@ -413,7 +448,7 @@ const RkXmlEventStream::Event* RkXmlEventStream::nextExactly() {
       continue;
     }
     // Every node walked checks the name cap as the dictionary stands.
-    if (xmlDictSize(m_parser->dict) > static_cast<int>(m_nameCap)) {
+    if (names() > m_nameCap) {
       return refusal(event.line > 0 ? event.line : parserLine(),
                      "more than " + std::to_string(m_nameCap) + " distinct names");
     }

@@ -76,22 +76,27 @@ class RkXmlEventStream {
   bool feed(std::size_t chunk);
   Event& add(Kind kind, int line, std::size_t depth);
   void closeText();
+  // Parsing exactly, a node the walk skips; one stands for a run of them.
+  void addSkip(int line);
   const Event* refusal(int line, std::string_view reason);
   bool replayExactly();
+  // Distinct names and short runs of white space the parser met.
+  std::size_t names() const;
 
   struct _xmlParserCtxt* m_parser;
   std::string_view m_document;
   std::string m_name;
   std::size_t m_textCap;
   std::size_t m_nameCap;
-  std::size_t m_fed;       // bytes handed to the parser
-  bool m_parserDone;       // the end of the document was handed over
-  bool m_exact;            // parsing 512 bytes at a time
-  bool m_trouble;          // while parsing 16 KiB at a time: a reason to parse again exactly
-  bool m_rootSeen;         // parsing exactly: the root element has started
-  bool m_refused;          // parsing exactly: the parser refused the document; nothing more is recorded
-  std::size_t m_walked;    // events the walk took before the last drop
-  std::size_t m_passOver;  // parsing again: events the walk took already, still to pass over
+  std::size_t m_fed;             // bytes handed to the parser
+  bool m_parserDone;             // the end of the document was handed over
+  bool m_exact;                  // parsing 512 bytes at a time
+  bool m_trouble;                // while parsing 16 KiB at a time: a reason to parse again exactly
+  bool m_rootSeen;               // parsing exactly: the root element has started
+  bool m_refused;                // parsing exactly: the parser refused the document; nothing more is recorded
+  std::size_t m_walked;          // events the walk took before the last drop
+  std::size_t m_passOver;        // parsing again: events the walk took already, still to pass over
+  std::uint64_t m_indentations;  // bit n: a line feed and n - 1 spaces met before a tag
   // Events not yet dropped; the walk has taken those before m_next.
   std::vector<Event> m_events;
   std::vector<Attribute> m_attributes;

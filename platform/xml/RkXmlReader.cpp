@@ -92,33 +92,58 @@ std::string prescan(std::string_view text, std::size_t& offset) {
   }
   static const std::pair<std::string_view, std::string_view> kOpaque[] = {
       {"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}};
-  // Each '<' starts a run that ends at the next; a tag cannot hold a '<', so it lies in one run, and only a
-  // run longer than four bytes per attribute can hold too many.
-  std::size_t previous = 0, opaqueUntil = 0;
   const char* data = text.data();
-  while (previous < text.size()) {
-    const void* next = std::memchr(data + previous + 1, '<', text.size() - previous - 1);
-    const std::size_t position = next ? static_cast<const char*>(next) - data : text.size();
-    if (position - previous > RkXmlReader::kMaxTextBytes) {
-      offset = previous;
+  const std::size_t size = text.size();
+  constexpr std::size_t npos = std::string_view::npos;
+  // Comments, CDATA sections and instructions met up to opaqueFrom; a '<' before opaqueUntil opens none.
+  std::size_t opaqueFrom = 0, opaqueUntil = 0;
+  const auto findOpaque = [&](std::size_t limit) {
+    while (opaqueFrom < limit) {
+      const void* found = std::memchr(data + opaqueFrom, '<', limit - opaqueFrom);
+      if (!found) break;
+      const std::size_t at = static_cast<const char*>(found) - data;
+      opaqueFrom = at + 1;
+      if (at < opaqueUntil || at + 1 >= size || (text[at + 1] != '!' && text[at + 1] != '?')) continue;
+      for (const auto& [open, close] : kOpaque) {
+        if (text.compare(at, open.size(), open) != 0) continue;
+        const std::size_t end = text.find(close, at + open.size());
+        opaqueUntil = end == npos ? size : end + close.size();
+        opaqueFrom = std::max(opaqueFrom, opaqueUntil);
+        break;
+      }
+    }
+    opaqueFrom = std::max(opaqueFrom, limit);
+  };
+  // Each '<' starts a run that ends at the next; a tag cannot hold a '<', so it lies in one run. Only a run
+  // longer than four bytes per attribute can hold too many, or pass the text cap, and such a run holds a
+  // whole block of 512 bytes without '<': the blocks are searched rather than every '<'.
+  constexpr std::size_t kBlock = 512;
+  std::size_t lastOpen = npos;  // the last '<' before the block searched
+  for (std::size_t block = 0; block < size; block += kBlock) {
+    const std::size_t length = std::min(kBlock, size - block);
+    if (const void* last = memrchr(data + block, '<', length)) {
+      lastOpen = static_cast<const char*>(last) - data;
+      continue;
+    }
+    const std::size_t start = lastOpen == npos ? 0 : lastOpen;
+    const void* next = std::memchr(data + block + length, '<', size - block - length);
+    const std::size_t end = next ? static_cast<const char*>(next) - data : size;
+    if (end - start > RkXmlReader::kMaxTextBytes) {
+      offset = start;
       return "text or markup longer than 8 MiB";
     }
-    if (text[previous] == '<' && previous >= opaqueUntil && previous + 1 < text.size()) {
-      const char first = text[previous + 1];
-      if (first == '!' || first == '?') {
-        for (const auto& [open, close] : kOpaque) {
-          if (text.compare(previous, open.size(), open) != 0) continue;
-          const std::size_t end = text.find(close, previous + open.size());
-          opaqueUntil = end == std::string_view::npos ? text.size() : end + close.size();
-          break;
-        }
-      } else if (first != '/' && position - previous > 4 * RkXmlReader::kMaxAttributes &&
-                 attributesOf(text, previous, position) > RkXmlReader::kMaxAttributes) {
-        offset = previous;
+    findOpaque(start);
+    if (text[start] == '<' && start >= opaqueUntil && start + 1 < size) {
+      const char first = text[start + 1];
+      if (first != '!' && first != '?' && first != '/' && end - start > 4 * RkXmlReader::kMaxAttributes &&
+          attributesOf(text, start, end) > RkXmlReader::kMaxAttributes) {
+        offset = start;
         return "more than " + std::to_string(RkXmlReader::kMaxAttributes) + " attributes on one element";
       }
     }
-    previous = position;
+    if (end == size) break;
+    // On from the block that holds the '<' ending the run.
+    block = end / kBlock * kBlock - kBlock;
   }
   return {};
 }
@@ -233,7 +258,8 @@ RkXmlNodeKind RkXmlReader::advance() {
 
 RkToken RkXmlReader::nameToken(const xmlChar* uri, const xmlChar* local) {
   // libxml2 interns names per document, so the pair of pointers identifies the name.
-  NameSlot& slot = m_nameSlots[(reinterpret_cast<std::uintptr_t>(local) >> 4) % kNameSlots];
+  const std::uint64_t mixed = reinterpret_cast<std::uintptr_t>(local) * 0x9E3779B97F4A7C15u;
+  NameSlot& slot = m_nameSlots[mixed >> (64 - kNameSlotBits)];
   if (slot.local == local && slot.uri == uri && local) return slot.token;
   const std::pair<const void*, const void*> key(uri, local);
   auto found = m_names.find(key);

@@ -112,7 +112,7 @@ class RkXmlReader {
     const void* local;
     RkToken token;
   };
-  static constexpr std::size_t kNameSlots = 128;
+  static constexpr unsigned kNameSlotBits = 8;
 
   RkXmlReader(std::string_view document, const std::string& name, ObjectFactory fallback);
   static RkBoolean readRoot(RkXmlReader& reader, RkXmlObject* object, ObjectFactory factory,
@@ -138,7 +138,7 @@ class RkXmlReader {
   std::vector<RkToken> m_attributeNames;
   std::vector<std::string> m_attributeValues;
   // Names met so far, by libxml2's interned pointers; names no token has are held by m_localTokens.
-  NameSlot m_nameSlots[kNameSlots];
+  NameSlot m_nameSlots[1u << kNameSlotBits];
   std::unordered_map<std::pair<const void*, const void*>, RkToken, PairHash> m_names;
   RkToken::LocalTable m_localTokens;
   std::string m_nameText;
