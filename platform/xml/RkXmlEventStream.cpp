@@ -8,8 +8,7 @@
 
 namespace {
 
-// Bytes handed to the parser at a time: many while all goes well, few when parsing again exactly. The
-// large pieces are whole numbers of the small ones, both after the first four bytes.
+// Bytes handed to the parser at a time: many while all goes well, few when parsing again exactly.
 constexpr std::size_t kChunkBytes = 16u << 10;
 constexpr std::size_t kExactChunkBytes = 512;
 

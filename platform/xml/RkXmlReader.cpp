@@ -64,7 +64,7 @@ std::size_t attributesOf(std::string_view text, std::size_t at, std::size_t end)
   return count;
 }
 
-// Finds what must be refused before libxml2 sees the bytes, since its reader parses ahead: a document
+// Finds what must be refused before libxml2 sees the bytes, since it parses ahead of the walk: a document
 // type declaration (entities), runs of text or markup beyond the cap, and start tags with more attributes
 // than the cap (libxml2's duplicate-attribute check is quadratic). Returns the reason, or an empty text.
 std::string prescan(std::string_view text, std::size_t& offset) {
