@@ -321,6 +321,11 @@ bool RkXmlEventStream::start(std::string_view document, const std::string& name,
   m_name = name;
   m_textCap = textCap;
   m_nameCap = nameCap;
+  // Room for the events of one piece at once: a node takes some 16 bytes of a document or more.
+  const std::size_t piece = std::min(document.size(), kChunkBytes);
+  m_events.reserve(piece / 16 + 8);
+  m_text.reserve(piece);
+  m_openLines.reserve(32);
   return makeParser();
 }
 
