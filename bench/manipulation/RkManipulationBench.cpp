@@ -1,10 +1,8 @@
 // The control cycle and task files: manager update over a 10-frame sequence (budget 100 ns, no allocation),
-// reading a 1000-frame task (budget 1.7 ms, and at least half the speed of a bare xmlTextReader pass over the
-// same bytes) and writing it (budget 100 MB/s); moving a 10-frame sequence of six offsets a frame, which
-// steals rather than copies, against copying it.
+// the average cycle when a frame starts every 10 cycles with its allocations per frame started (budget 10),
+// and writing a 1000-frame task (budget 100 MB/s); moving a 10-frame sequence of six offsets a frame, which
+// steals rather than copies, against copying it. Reading tasks: RkManipulationReadBench.cpp.
 #include <benchmark/benchmark.h>
-#include <libxml/xmlreader.h>
-
 #include <utility>
 
 #include "manipulation/support/RkManipulationTestTasks.h"
@@ -81,28 +79,42 @@ void BM_ManagerUpdateTenFrameSequence(benchmark::State& bench) {
 }
 BENCHMARK(BM_ManagerUpdateTenFrameSequence);
 
-void BM_ReadThousandFrameTask(benchmark::State& bench) {
-  const std::string document = thousandFrameDocument();
+// Frames of 8.5 ms updated every millisecond: one ends on its ninth cycle, the next starts on the tenth.
+// Reports the cycles and allocations per frame started, over the runs of the whole sequence that completed.
+void BM_ManagerUpdateFrameStartEveryTenCycles(benchmark::State& bench) {
+  constexpr int kFrames = 100;
+  RkManipulationSequenceManager manager;
+  manager.add("short", timedSequence(kFrames, 0.0085));
+  manager.setSequenceOrder(orderOf({"short"}));
+  RkManipulationSequenceManagerState state;
+  RkManipulationUpdateParams params;
+  manager.init(state);
+  RkReal time = 0.0;
+  long runAllocations = 0, runCycles = 0, allocations = 0, cycles = 0, frames = 0;
   for (auto _ : bench) {
-    RkManipulationSequenceManager manager;
-    benchmark::DoNotOptimize(RkXmlReader::readString(document, manager));
-  }
-  bench.SetBytesProcessed(static_cast<int64_t>(bench.iterations() * document.size()));
-}
-BENCHMARK(BM_ReadThousandFrameTask)->Unit(benchmark::kMillisecond);
-
-void BM_BareTextReaderThousandFrameTask(benchmark::State& bench) {
-  const std::string document = thousandFrameDocument();
-  for (auto _ : bench) {
-    xmlTextReaderPtr reader = xmlReaderForMemory(document.data(), static_cast<int>(document.size()),
-                                                 "bench.xml", nullptr, XML_PARSE_NONET);
-    while (xmlTextReaderRead(reader) == 1) {
+    time += 0.001;
+    ++runCycles;
+    RkAllocationCounter::start();
+    const RkManipulationStatus::Enum status = manager.update(time, params, state);
+    runAllocations += RkAllocationCounter::stop();
+    if (status == RkManipulationStatus::Failure) {
+      bench.SkipWithError("the task failed");
+      break;
     }
-    xmlFreeTextReader(reader);
+    if (status == RkManipulationStatus::Complete) {
+      bench.PauseTiming();
+      frames += kFrames;
+      cycles += runCycles;
+      allocations += runAllocations;
+      runCycles = runAllocations = 0;
+      manager.init(state);
+      bench.ResumeTiming();
+    }
   }
-  bench.SetBytesProcessed(static_cast<int64_t>(bench.iterations() * document.size()));
+  bench.counters["cycles_per_frame"] = frames ? static_cast<double>(cycles) / frames : 0.0;
+  bench.counters["allocs_per_frame_start"] = frames ? static_cast<double>(allocations) / frames : 0.0;
 }
-BENCHMARK(BM_BareTextReaderThousandFrameTask)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ManagerUpdateFrameStartEveryTenCycles);
 
 void BM_WriteThousandFrameTask(benchmark::State& bench) {
   RkManipulationSequenceManager manager;

@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <libxml/parser.h>
-#include <libxml/xmlreader.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -65,7 +64,7 @@ std::size_t attributesOf(std::string_view text, std::size_t at, std::size_t end)
   return count;
 }
 
-// Finds what must be refused before libxml2 sees the bytes, since its reader parses ahead: a document
+// Finds what must be refused before libxml2 sees the bytes, since it parses ahead of the walk: a document
 // type declaration (entities), runs of text or markup beyond the cap, and start tags with more attributes
 // than the cap (libxml2's duplicate-attribute check is quadratic). Returns the reason, or an empty text.
 std::string prescan(std::string_view text, std::size_t& offset) {
@@ -93,33 +92,58 @@ std::string prescan(std::string_view text, std::size_t& offset) {
   }
   static const std::pair<std::string_view, std::string_view> kOpaque[] = {
       {"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}};
-  // Each '<' starts a run that ends at the next; a tag cannot hold a '<', so it lies in one run, and only a
-  // run longer than four bytes per attribute can hold too many.
-  std::size_t previous = 0, opaqueUntil = 0;
   const char* data = text.data();
-  while (previous < text.size()) {
-    const void* next = std::memchr(data + previous + 1, '<', text.size() - previous - 1);
-    const std::size_t position = next ? static_cast<const char*>(next) - data : text.size();
-    if (position - previous > RkXmlReader::kMaxTextBytes) {
-      offset = previous;
+  const std::size_t size = text.size();
+  constexpr std::size_t npos = std::string_view::npos;
+  // Comments, CDATA sections and instructions met up to opaqueFrom; a '<' before opaqueUntil opens none.
+  std::size_t opaqueFrom = 0, opaqueUntil = 0;
+  const auto findOpaque = [&](std::size_t limit) {
+    while (opaqueFrom < limit) {
+      const void* found = std::memchr(data + opaqueFrom, '<', limit - opaqueFrom);
+      if (!found) break;
+      const std::size_t at = static_cast<const char*>(found) - data;
+      opaqueFrom = at + 1;
+      if (at < opaqueUntil || at + 1 >= size || (text[at + 1] != '!' && text[at + 1] != '?')) continue;
+      for (const auto& [open, close] : kOpaque) {
+        if (text.compare(at, open.size(), open) != 0) continue;
+        const std::size_t end = text.find(close, at + open.size());
+        opaqueUntil = end == npos ? size : end + close.size();
+        opaqueFrom = std::max(opaqueFrom, opaqueUntil);
+        break;
+      }
+    }
+    opaqueFrom = std::max(opaqueFrom, limit);
+  };
+  // Each '<' starts a run that ends at the next; a tag cannot hold a '<', so it lies in one run. Only a run
+  // longer than four bytes per attribute can hold too many, or pass the text cap, and such a run holds a
+  // whole block of 512 bytes without '<': the blocks are searched rather than every '<'.
+  constexpr std::size_t kBlock = 512;
+  std::size_t lastOpen = npos;  // the last '<' before the block searched
+  for (std::size_t block = 0; block < size; block += kBlock) {
+    const std::size_t length = std::min(kBlock, size - block);
+    if (const void* last = memrchr(data + block, '<', length)) {
+      lastOpen = static_cast<const char*>(last) - data;
+      continue;
+    }
+    const std::size_t start = lastOpen == npos ? 0 : lastOpen;
+    const void* next = std::memchr(data + block + length, '<', size - block - length);
+    const std::size_t end = next ? static_cast<const char*>(next) - data : size;
+    if (end - start > RkXmlReader::kMaxTextBytes) {
+      offset = start;
       return "text or markup longer than 8 MiB";
     }
-    if (text[previous] == '<' && previous >= opaqueUntil && previous + 1 < text.size()) {
-      const char first = text[previous + 1];
-      if (first == '!' || first == '?') {
-        for (const auto& [open, close] : kOpaque) {
-          if (text.compare(previous, open.size(), open) != 0) continue;
-          const std::size_t end = text.find(close, previous + open.size());
-          opaqueUntil = end == std::string_view::npos ? text.size() : end + close.size();
-          break;
-        }
-      } else if (first != '/' && position - previous > 4 * RkXmlReader::kMaxAttributes &&
-                 attributesOf(text, previous, position) > RkXmlReader::kMaxAttributes) {
-        offset = previous;
+    findOpaque(start);
+    if (text[start] == '<' && start >= opaqueUntil && start + 1 < size) {
+      const char first = text[start + 1];
+      if (first != '!' && first != '?' && first != '/' && end - start > 4 * RkXmlReader::kMaxAttributes &&
+          attributesOf(text, start, end) > RkXmlReader::kMaxAttributes) {
+        offset = start;
         return "more than " + std::to_string(RkXmlReader::kMaxAttributes) + " attributes on one element";
       }
     }
-    previous = position;
+    if (end == size) break;
+    // On from the block that holds the '<' ending the run.
+    block = end / kBlock * kBlock - kBlock;
   }
   return {};
 }
@@ -135,13 +159,15 @@ void qualifiedName(const xmlChar* uri, const xmlChar* local, std::string& text) 
 }  // namespace
 
 RkXmlReader::RkXmlReader(std::string_view document, const std::string& name, ObjectFactory fallback)
-    : m_reader(nullptr),
+    : m_event(nullptr),
       m_fileName(Rk::Print::escaped(name)),
       m_fallback(fallback),
       m_kind(RkXmlNodeKind::EndOfDocument),
       m_depth(0),
+      m_line(0),
       m_tagKnown(false),
       m_attributesKnown(false),
+      m_nameSlots(),
       m_dataMode(false),
       m_dataPosition(0),
       m_dataItemsTaken(0),
@@ -160,32 +186,12 @@ RkXmlReader::RkXmlReader(std::string_view document, const std::string& name, Obj
     fail(1, "document larger than 64 MiB");
   } else if (const std::string reason = prescan(document, offset); !reason.empty()) {
     fail(lineAt(document, offset), reason);
-  } else {
-    const int options = XML_PARSE_NONET | XML_PARSE_BIG_LINES | XML_PARSE_NOWARNING;
-    m_reader = xmlReaderForMemory(document.data(), static_cast<int>(document.size()), name.c_str(), nullptr,
-                                  options);
-    if (!m_reader) {
-      fail(1, "the parser could not be created");
-    } else {
-      xmlTextReaderSetStructuredErrorHandler(m_reader, &RkXmlReader::structuredError, this);
-    }
+  } else if (!m_events.start(document, name, kMaxTextBytes, kMaxNames)) {
+    fail(1, "the parser could not be created");
   }
 }
 
-RkXmlReader::~RkXmlReader() {
-  if (m_reader) xmlFreeTextReader(m_reader);
-}
-
-void RkXmlReader::structuredError(void* context, xmlErrorPtr error) {
-  if (!error || error->level == XML_ERR_WARNING) return;
-  std::string message = error->message ? error->message : "malformed document";
-  while (!message.empty() && (message.back() == '\n' || message.back() == ' ')) message.pop_back();
-  // Some libxml2 messages run over two lines; a refusal is reported on one.
-  for (char& c : message) {
-    if (c == '\n') c = ' ';
-  }
-  static_cast<RkXmlReader*>(context)->fail(error->line, message);
-}
+RkXmlReader::~RkXmlReader() = default;
 
 void RkXmlReader::fail(int line, const std::string& reason) {
   if (m_failed) return;
@@ -208,89 +214,89 @@ RkXmlNodeKind RkXmlReader::advance() {
   m_tagKnown = false;
   m_attributesKnown = false;
   if (m_failed) return m_kind = RkXmlNodeKind::Error;
-  if (!m_reader) return m_kind = RkXmlNodeKind::EndOfDocument;
-  while (true) {
-    const int result = xmlTextReaderRead(m_reader);
-    if (m_failed) return m_kind = RkXmlNodeKind::Error;
-    if (result < 0) {
-      fail(lineNumber(), "malformed document");
-      return m_kind = RkXmlNodeKind::Error;
-    }
-    if (result == 0) return m_kind = RkXmlNodeKind::EndOfDocument;
-    // libxml2 interns every name (and short text) of a document, ever slower as they grow in number.
-    const xmlNodePtr node = xmlTextReaderCurrentNode(m_reader);
-    if (node && node->doc && node->doc->dict && xmlDictSize(node->doc->dict) > static_cast<int>(kMaxNames)) {
-      fail(lineNumber(), "more than " + std::to_string(kMaxNames) + " distinct names");
-      return m_kind = RkXmlNodeKind::Error;
-    }
-    m_depth = xmlTextReaderDepth(m_reader);
-    switch (xmlTextReaderNodeType(m_reader)) {
-      case XML_READER_TYPE_ELEMENT:
-        // The root stands at depth 0, so depth kMaxDepth is one level too deep.
-        if (m_depth >= kMaxDepth) {
-          fail(lineNumber(), "elements nested deeper than " + std::to_string(kMaxDepth) + " levels");
-          return m_kind = RkXmlNodeKind::Error;
-        }
-        if (++m_elements > kMaxElements) {
-          fail(lineNumber(), "more than " + std::to_string(kMaxElements) + " elements and list items");
-          return m_kind = RkXmlNodeKind::Error;
-        }
-        return m_kind = xmlTextReaderIsEmptyElement(m_reader) ? RkXmlNodeKind::EmptyElement
-                                                              : RkXmlNodeKind::StartElement;
-      case XML_READER_TYPE_END_ELEMENT:
-        return m_kind = RkXmlNodeKind::EndElement;
-      case XML_READER_TYPE_TEXT:
-      case XML_READER_TYPE_CDATA:
-        return m_kind = RkXmlNodeKind::Text;
-      case XML_READER_TYPE_DOCUMENT_TYPE:
-      case XML_READER_TYPE_ENTITY_REFERENCE:
-        fail(lineNumber(), "entities are not accepted");
+  const RkXmlEventStream::Event* event = m_events.next();
+  m_event = event;
+  if (!event) {
+    m_line = 0;
+    return m_kind = RkXmlNodeKind::EndOfDocument;
+  }
+  using Kind = RkXmlEventStream::Kind;
+  if (event->kind == Kind::Refused) {
+    fail(event->line, std::string(m_events.text(*event)));
+    return m_kind = RkXmlNodeKind::Error;
+  }
+  if (event->kind == Kind::Stopped) {
+    // Where the walk stands.
+    fail(lineNumber(), "malformed document");
+    return m_kind = RkXmlNodeKind::Error;
+  }
+  m_line = event->line;
+  m_depth = event->depth;
+  switch (event->kind) {
+    case Kind::Start:
+    case Kind::Empty:
+      // The root stands at depth 0, so depth kMaxDepth is one level too deep.
+      if (m_depth >= kMaxDepth) {
+        fail(lineNumber(), "elements nested deeper than " + std::to_string(kMaxDepth) + " levels");
         return m_kind = RkXmlNodeKind::Error;
-      default:
-        break;  // comments, processing instructions, white space
-    }
+      }
+      if (++m_elements > kMaxElements) {
+        fail(lineNumber(), "more than " + std::to_string(kMaxElements) + " elements and list items");
+        return m_kind = RkXmlNodeKind::Error;
+      }
+      return m_kind = event->kind == Kind::Empty ? RkXmlNodeKind::EmptyElement : RkXmlNodeKind::StartElement;
+    case Kind::End:
+      return m_kind = RkXmlNodeKind::EndElement;
+    case Kind::Text:
+    case Kind::Section:
+      return m_kind = RkXmlNodeKind::Text;
+    default:  // a document type or an entity reference; the stream hands out no Skip
+      fail(lineNumber(), "entities are not accepted");
+      return m_kind = RkXmlNodeKind::Error;
   }
 }
 
 RkToken RkXmlReader::nameToken(const xmlChar* uri, const xmlChar* local) {
   // libxml2 interns names per document, so the pair of pointers identifies the name.
+  const std::uint64_t mixed = reinterpret_cast<std::uintptr_t>(local) * 0x9E3779B97F4A7C15u;
+  NameSlot& slot = m_nameSlots[mixed >> (64 - kNameSlotBits)];
+  if (slot.local == local && slot.uri == uri && local) return slot.token;
   const std::pair<const void*, const void*> key(uri, local);
-  const auto found = m_names.find(key);
-  if (found != m_names.end()) return found->second;
-  qualifiedName(uri, local, m_nameText);
-  const std::size_t before = m_localTokens.bytes();
-  const RkToken token = m_localTokens.token(m_nameText);
-  charge(m_localTokens.bytes() - before + 6 * sizeof(void*));
-  return m_names.emplace(key, token).first->second;
+  auto found = m_names.find(key);
+  if (found == m_names.end()) {
+    qualifiedName(uri, local, m_nameText);
+    const std::size_t before = m_localTokens.bytes();
+    const RkToken token = m_localTokens.token(m_nameText);
+    charge(m_localTokens.bytes() - before + 6 * sizeof(void*));
+    found = m_names.emplace(key, token).first;
+  }
+  slot = {uri, local, found->second};
+  return found->second;
 }
 
 const RkToken& RkXmlReader::tag() {
   if (m_tagKnown) return m_tag;
   m_tagKnown = true;
   m_tag = RkToken();
-  if (!m_reader || (m_kind != RkXmlNodeKind::StartElement && m_kind != RkXmlNodeKind::EmptyElement &&
-                    m_kind != RkXmlNodeKind::EndElement)) {
+  if (m_kind != RkXmlNodeKind::StartElement && m_kind != RkXmlNodeKind::EmptyElement &&
+      m_kind != RkXmlNodeKind::EndElement) {
     return m_tag;
   }
-  return m_tag = nameToken(xmlTextReaderConstNamespaceUri(m_reader), xmlTextReaderConstLocalName(m_reader));
+  return m_tag = nameToken(m_event->uri, m_event->local);
 }
 
 void RkXmlReader::collectAttributes() {
   if (m_attributesKnown) return;
   m_attributesKnown = true;
   m_attributeNames.clear();
-  m_attributeValues.clear();
-  if (!m_reader || (m_kind != RkXmlNodeKind::StartElement && m_kind != RkXmlNodeKind::EmptyElement)) return;
-  if (xmlTextReaderHasAttributes(m_reader) != 1) return;
-  while (xmlTextReaderMoveToNextAttribute(m_reader) == 1) {
-    if (xmlTextReaderIsNamespaceDecl(m_reader) == 1) continue;
-    const xmlChar* uri = xmlTextReaderConstNamespaceUri(m_reader);
-    const xmlChar* local = xmlTextReaderConstLocalName(m_reader);
-    const xmlChar* value = xmlTextReaderConstValue(m_reader);
-    m_attributeNames.push_back(nameToken(uri, local));
-    m_attributeValues.emplace_back(value ? reinterpret_cast<const char*>(value) : "");
+  if (m_kind != RkXmlNodeKind::StartElement && m_kind != RkXmlNodeKind::EmptyElement) return;
+  const std::uint32_t count = m_event->size;
+  if (m_attributeValues.size() < count) m_attributeValues.resize(count);
+  for (std::uint32_t i = 0; i < count; ++i) {
+    const RkXmlEventStream::Attribute& attribute = m_events.attribute(*m_event, i);
+    m_attributeNames.push_back(nameToken(attribute.uri, attribute.local));
+    m_attributeValues[i].assign(m_events.value(attribute));
   }
-  xmlTextReaderMoveToElement(m_reader);
 }
 
 RkU32 RkXmlReader::attributeCount() {
@@ -307,7 +313,7 @@ const RkToken& RkXmlReader::attributeName(RkU32 index) {
 const std::string& RkXmlReader::attributeValue(RkU32 index) {
   collectAttributes();
   static const std::string none;
-  return index < m_attributeValues.size() ? m_attributeValues[index] : none;
+  return index < m_attributeNames.size() ? m_attributeValues[index] : none;
 }
 
 RkBoolean RkXmlReader::readElementText(std::string& text) {
@@ -319,14 +325,13 @@ RkBoolean RkXmlReader::readElementText(std::string& text) {
   while (true) {
     const RkXmlNodeKind kind = advance();
     if (kind == RkXmlNodeKind::Text) {
-      const xmlChar* value = xmlTextReaderConstValue(m_reader);
-      if (value) text += reinterpret_cast<const char*>(value);
       // Pieces (text, CDATA sections, character references) are held to the same cap as one run.
-      if (text.size() > kMaxTextBytes) {
+      if (text.size() + m_event->size > kMaxTextBytes) {
         fail(lineNumber(), "text longer than 8 MiB");
         text.clear();
         return false;
       }
+      text.append(m_events.text(*m_event));
     } else if (kind == RkXmlNodeKind::StartElement || kind == RkXmlNodeKind::EmptyElement) {
       contentError("unexpected element \"%s\" inside a value", std::string(tag().localName()).c_str());
       clean = false;
@@ -395,10 +400,9 @@ void RkXmlReader::finishElement(int elementDepth) {
 }
 
 int RkXmlReader::lineNumber() const {
-  if (!m_reader) return m_failedLine;
-  xmlNodePtr node = xmlTextReaderCurrentNode(m_reader);
-  const long line = node ? xmlGetLineNo(node) : -1;
-  return line > 0 ? static_cast<int>(line) : xmlTextReaderGetParserLineNumber(m_reader);
+  if (m_line > 0) return m_line;
+  const int line = m_events.parserLine();
+  return line > 0 ? line : m_failedLine;
 }
 
 void RkXmlReader::contentError(const char* format, ...) {

@@ -1,7 +1,7 @@
 #pragma once
-// A pull reader over libxml2's text reader, hardened for untrusted files: no DTD, no entities, no network,
-// and caps on size, depth, text, attributes, elements and memory. A read stands on an element's start tag
-// and ends on its end tag.
+// A pull reader over libxml2's SAX2 push parser, hardened for untrusted files: no DTD, no entities, no
+// network, and caps on size, depth, text, attributes, elements and memory. It walks the node events its
+// front end (RkXmlEventStream) records. A read stands on an element's start tag and ends on its end tag.
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -10,6 +10,7 @@
 
 #include "foundation/RkTypes.h"
 #include "xml/RkToken.h"
+#include "xml/RkXmlEventStream.h"
 
 class RkXmlObject;
 
@@ -105,6 +106,13 @@ class RkXmlReader {
       return std::hash<const void*>()(key.first) * 31 + std::hash<const void*>()(key.second);
     }
   };
+  // Recently met names, by libxml2's pointers, in front of m_names.
+  struct NameSlot {
+    const void* uri;
+    const void* local;
+    RkToken token;
+  };
+  static constexpr unsigned kNameSlotBits = 8;
 
   RkXmlReader(std::string_view document, const std::string& name, ObjectFactory fallback);
   static RkBoolean readRoot(RkXmlReader& reader, RkXmlObject* object, ObjectFactory factory,
@@ -116,19 +124,21 @@ class RkXmlReader {
   void fail(int line, const std::string& reason);
   void collectAttributes();
   RkToken nameToken(const unsigned char* uri, const unsigned char* local);
-  static void structuredError(void* context, struct _xmlError* error);
 
-  struct _xmlTextReader* m_reader;
+  RkXmlEventStream m_events;
+  const RkXmlEventStream::Event* m_event;  // the one the reader stands on
   std::string m_fileName;
   ObjectFactory m_fallback;
   RkXmlNodeKind m_kind;
   int m_depth;
+  int m_line;  // 0 where the parser's line stands for it
   bool m_tagKnown;
   RkToken m_tag;
   bool m_attributesKnown;
   std::vector<RkToken> m_attributeNames;
   std::vector<std::string> m_attributeValues;
   // Names met so far, by libxml2's interned pointers; names no token has are held by m_localTokens.
+  NameSlot m_nameSlots[1u << kNameSlotBits];
   std::unordered_map<std::pair<const void*, const void*>, RkToken, PairHash> m_names;
   RkToken::LocalTable m_localTokens;
   std::string m_nameText;
