@@ -31,9 +31,8 @@ std::string dotText(const std::string& text) {
 
 const char* dotStyle(const std::string& kind) {
   if (kind == "task") return "shape=box, style=\"bold,filled\", fillcolor=\"#dde8f5\"";
-  if (kind == "sequence" || kind == "directory")
-    return "shape=box, style=\"rounded,filled\", fillcolor=\"#e9f2e3\"";
-  if (kind == "frame") return "shape=box, style=rounded";
+  if (kind == "sequence" || kind == "directory") return "shape=box, style=filled, fillcolor=\"#e9f2e3\"";
+  if (kind == "frame") return "shape=box, style=bold";
   if (kind == "offset") return "shape=box, style=\"filled\", fillcolor=\"#fdf3dc\"";
   if (kind == "event") return "shape=box, style=\"dashed\"";
   if (kind == "waypoint") return "shape=box, style=\"filled\", fillcolor=\"#f3e6f5\"";
@@ -46,8 +45,10 @@ std::string printDot(const Node& node, int& count, std::ostream& out) {
   std::string label = dotText(node.heading);
   for (const std::string& line : node.lines) label += dotText("  " + line);
   out << "  " << name << " [label=\"" << label << "\", " << dotStyle(node.kind) << "];\n";
-  for (const Node& child : node.children)
-    out << "  " << name << " -> " << printDot(child, count, out) << ";\n";
+  for (const Node& child : node.children) {
+    const std::string childName = printDot(child, count, out);
+    out << "  " << name << " -> " << childName << ";\n";
+  }
   return name;
 }
 
@@ -74,7 +75,9 @@ int show(const RkTaskShowOptions& options, std::ostream& out, std::ostream& err)
       options.taskPath, []() { return nullptr; }, "", diagnostics, poses, options.actionPath);
   diagnostics.print(err);
   if (!document) {
-    err << "rkmanip show: " << options.taskPath << " cannot be read\n";
+    // The reader's line names the file and the line; this one stands in only when it has none.
+    if (diagnostics.errors() + diagnostics.warnings() == 0)
+      err << "rkmanip show: " << options.taskPath << " cannot be read\n";
     return 2;
   }
   const auto* library = dynamic_cast<const RkManipulationActionDirectory*>(document.get());
