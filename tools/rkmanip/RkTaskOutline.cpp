@@ -364,10 +364,10 @@ RkTaskOutline::Node RkTaskOutline::offset(const RkManipulationOffset& offset, co
       const auto* frames = scope.sequence ? &scope.sequence->manipulationFrameContainerVector() : nullptr;
       const RkManipulationFrame* other =
           frames && index < frames->size() ? (*frames)[index].element() : nullptr;
-      primary = "the goal " +
-                (other ? frameLabel(*other, "frame " + std::to_string(index + 1))
-                       : "frame " + std::to_string(index + 1)) +
-                " gave it, taken when this frame starts";
+      primary = other ? "the goal " + frameLabel(*other, "frame " + std::to_string(index + 1)) +
+                            " gave it, taken when this frame starts"
+                      : "the goal of frame " + std::to_string(index + 1) +
+                            ", which the sequence does not have, so the frame cannot start";
       covered.push_back(&RkManipulation::RkFrameIndexToken);
     } else if (const auto* link = dynamic_cast<const RkLinkRelativeManipulationOffset*>(&offset)) {
       std::string type;
@@ -460,11 +460,12 @@ RkTaskOutline::Node RkTaskOutline::event(const RkManipulationFrameTransitionEven
     std::string which;
     for (RkU32 i = 0; i < indices.size(); ++i)
       which += (i == 0 ? "" : i + 1 == indices.size() ? " and " : ", ") + std::to_string(indices[i].value());
-    node.heading =
-        "ends when " +
-        (indices.size() == 0 ? std::string("every end effector")
-                             : (indices.size() == 1 ? "end effector " : "end effectors ") + which) +
-        " is within " + number(placed->tolerance()) + " m of its goal";
+    node.heading = "ends when " +
+                   (indices.size() == 0   ? std::string("every end effector is")
+                    : indices.size() == 1 ? "end effector " + which + " is"
+                                          : "end effectors " + which + " are each") +
+                   " within " + number(placed->tolerance()) + " m of " +
+                   (indices.size() > 1 ? "their goals" : "its goal");
     node.lines.push_back(
         placed->softFailure()
             ? "ends the frame all the same if the arm stops converging short of it (soft failure)"
