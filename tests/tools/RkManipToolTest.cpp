@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <map>
 #include <sstream>
@@ -490,4 +493,123 @@ TEST(RkManipTool, the_summary_gives_the_largest_error_a_placement_achieved_frame
   // A task of timed frames only has no such line.
   const Result timed = rkmanip({"run", example("tasks/approach_hold_retreat.xml")});
   EXPECT_EQ(timed.out.find("placement-achieved"), std::string::npos) << timed.out;
+}
+
+// rkmanip show on every example, compared with its expected text in tests/data/show/NAME.txt. After a
+// deliberate change, RK_SHOW_EXPECTED_UPDATE=1 build/tests/tools/rk_tool_tests --gtest_filter='*show*'
+// rewrites them; read the diff before committing it.
+namespace {
+
+struct Shown {
+  std::string name;
+  std::vector<std::string> arguments;
+};
+
+std::vector<Shown> shownExamples() {
+  std::vector<Shown> shown;
+  for (const auto& entry : std::filesystem::directory_iterator(example("tasks"))) {
+    if (entry.path().extension() == ".xml")
+      shown.push_back({entry.path().stem().string(), {entry.path().string()}});
+  }
+  shown.push_back({"cell_actions", {example("library/cell_actions.xml")}});
+  shown.push_back(
+      {"cell_actions.pick", {example("library/cell_actions.xml"), "--action", "pick_and_place/pick"}});
+  shown.push_back({"palletising_row.poses",
+                   {example("tasks/palletising_row.xml"), "--poses", example("poses/palletising_row.xml")}});
+  std::sort(shown.begin(), shown.end(), [](const Shown& a, const Shown& b) { return a.name < b.name; });
+  return shown;
+}
+
+Result show(const std::vector<std::string>& arguments, bool dot = false) {
+  std::vector<std::string> command{"show"};
+  if (dot) command.push_back("--dot");
+  command.insert(command.end(), arguments.begin(), arguments.end());
+  return rkmanip(command);
+}
+
+}  // namespace
+
+TEST(RkManipTool, show_prints_every_example_as_its_expected_outline) {
+  const bool update = std::getenv("RK_SHOW_EXPECTED_UPDATE") != nullptr;
+  for (const Shown& example : shownExamples()) {
+    const Result shown = show(example.arguments);
+    EXPECT_EQ(shown.status, 0) << example.name << "\n" << shown.err;
+    EXPECT_EQ(shown.err, "") << example.name;
+    const std::string path = data("show/" + example.name + ".txt");
+    if (update) {
+      std::ofstream(path) << shown.out;
+      continue;
+    }
+    std::ifstream in(path);
+    EXPECT_TRUE(in) << path << " is missing; RK_SHOW_EXPECTED_UPDATE=1 writes it";
+    const std::string expected{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    EXPECT_EQ(shown.out, expected) << example.name << " differs from " << path;
+  }
+}
+
+TEST(RkManipTool,
+     show_gives_settings_off_their_defaults_durations_of_nested_frames_and_refuses_what_it_cannot_read) {
+  const Result shown = show({data("show_settings.xml")});
+  EXPECT_EQ(shown.status, 0) << shown.err;
+  const char* const lines[] = {
+      "show_settings.xml (at least 3 s, starts at 0 s): 2 frames\n",
+      // Settings the outline has no words for are shown by their tags, and only when off their defaults.
+      "    activeEndEffectorSet: 1\n",
+      "      placementConvergenceWindow: 2.5\n",
+      "      translation 0.4 0 0.3 m, quaternion 0.707107 0 0 0.707107 (roll 0°, pitch 0°, yaw 90°)\n",
+      "      x axis: 1 0 0 in the system frame\n      y axis: undefined (made from the others)\n"
+      "      z axis: 0 0 1 in the primary frame\n",
+      "    ends when end effectors 0 and 1 are each within 0.002 m of their goals\n"
+      "      ends the frame all the same if the arm stops converging short of it (soft failure)\n",
+      // A subsequence frame lasts as long as the longer of its sequence and its own event.
+      "  frame 2 \"held \"tight\" \\ here\" (3 s): runs a sequence of 1 frame\n",
+      "relative to the goal of frame 8, which the sequence does not have, so the frame cannot start\n",
+      "        offset translation 0 0 0.05 m, quaternion 0.92388 0.382683 0 0 (roll 45°, pitch 0°, yaw 0°)\n",
+  };
+  for (const char* line : lines) EXPECT_NE(shown.out.find(line), std::string::npos) << line << shown.out;
+  for (const char* unset : {"convergenceWindow: 1", "activeControl", "extendedZone", "frameIndex"})
+    EXPECT_EQ(shown.out.find(unset), std::string::npos) << unset;
+
+  // A document that does not read: the reader's one line, with file and line, and status 2.
+  char unreadablePath[] = "/tmp/rk_show_unreadable_XXXXXX";
+  close(mkstemp(unreadablePath));
+  const std::string path = unreadablePath;
+  std::ofstream(path) << "<manipulationSequenceManager xmlns=\"http://rkmanipulation.org/namespace/ct#\">\n"
+                         "<sequenceOrder>\n</manipulationSequenceManager>\n";
+  const Result unreadable = show({path});
+  std::remove(path.c_str());
+  EXPECT_EQ(unreadable.status, 2);
+  EXPECT_EQ(unreadable.out, "");
+  EXPECT_EQ(std::count(unreadable.err.begin(), unreadable.err.end(), '\n'), 1) << unreadable.err;
+  EXPECT_NE(unreadable.err.find(path + ":3: Opening and ending tag mismatch"), std::string::npos)
+      << unreadable.err;
+  EXPECT_EQ(show({example("tasks/pick_and_place.xml"), "--action", "pick"}).status, 2);
+  const Result missing = show({example("library/cell_actions.xml"), "--action", "pick_and_place/lift"});
+  EXPECT_EQ(missing.status, 2);
+  EXPECT_NE(missing.err.find("holds no action at \"pick_and_place/lift\""), std::string::npos) << missing.err;
+}
+
+TEST(RkManipTool, show_dot_of_every_example_is_drawn_by_graphviz_without_a_warning) {
+  if (std::system("command -v dot >/dev/null 2>&1") != 0)
+    GTEST_SKIP() << "dot (graphviz) is not installed; scripts/install-deps installs it";
+  std::vector<Shown> examples = shownExamples();
+  examples.push_back({"show_settings", {data("show_settings.xml")}});
+  for (const Shown& example : examples) {
+    const Result graph = show(example.arguments, true);
+    ASSERT_EQ(graph.status, 0) << example.name;
+    EXPECT_EQ(graph.out.rfind("digraph task {\n", 0), 0u) << example.name;
+    char path[] = "/tmp/rk_show_dot_XXXXXX";
+    const int descriptor = mkstemp(path);
+    close(descriptor);
+    std::ofstream(path) << graph.out;
+    const std::string command = "dot -Tsvg " + quote(path) + " 2>&1 >/dev/null";
+    std::string warnings;
+    FILE* pipe = popen(command.c_str(), "r");
+    char buffer[4096];
+    for (std::size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;) warnings.append(buffer, n);
+    const int status = pclose(pipe);
+    std::remove(path);
+    EXPECT_EQ(status, 0) << example.name << ": " << warnings;
+    EXPECT_EQ(warnings, "") << example.name;
+  }
 }

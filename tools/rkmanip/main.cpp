@@ -9,6 +9,7 @@
 #include "tools/rkmanip/RkActionLibrary.h"
 #include "tools/rkmanip/RkDocumentValidator.h"
 #include "tools/rkmanip/RkTaskRunner.h"
+#include "tools/rkmanip/RkTaskShow.h"
 #include "tools/rkmanip/RkToolPaths.h"
 #include "tools/rkmanip/RkVocabulary.h"
 
@@ -23,6 +24,7 @@ const char* const kValidateUsage =
     "usage: rkmanip validate DOCUMENT.xml [--poses POSES.xml] [--robot ROBOT.urdf] [--tip LINK] [--strict]\n";
 const char* const kListUsage = "usage: rkmanip list LIBRARY.xml\n";
 const char* const kSchemaUsage = "usage: rkmanip schema > vocabulary.xsd\n";
+const char* const kShowUsage = "usage: rkmanip show TASK.xml [--action PATH] [--poses POSES.xml] [--dot]\n";
 
 // A number that is finite and above zero, or, with zeroAllowed, not below it.
 CLI::Validator finiteNumber(bool zeroAllowed) {
@@ -121,6 +123,27 @@ int main(int argc, char** argv) {
 
   CLI::App* schemaCommand = app.add_subcommand("schema", "Print an XML Schema (XSD) of the whole vocabulary");
 
+  RkTaskShowOptions show;
+  CLI::App* showCommand = app.add_subcommand(
+      "show",
+      "Print a task as an indented outline: sequences in run order, frames with their tags, each end "
+      "effector's goal (metres; quaternion w x y z and roll-pitch-yaw in degrees), the events that end "
+      "frames, "
+      "waypoints, and the nominal duration of each part");
+  showCommand->add_option("task", show.taskPath, "Task file (any document run takes), or library file")
+      ->required()
+      ->check(CLI::ExistingFile);
+  showCommand->add_option("--action", show.actionPath,
+                          "The action of a library to show, by its path in it (rkmanip list shows them); "
+                          "without it the whole library is shown");
+  showCommand
+      ->add_option("--poses", show.posesPath,
+                   "Pose set (a poseSet document) whose placements are shown beside the pose names the task "
+                   "uses")
+      ->check(CLI::ExistingFile);
+  showCommand->add_flag("--dot", show.dot,
+                        "Print a Graphviz digraph of the same tree instead (render it with dot -Tsvg)");
+
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp& e) {
@@ -135,9 +158,10 @@ int main(int argc, char** argv) {
               << (command == "run"        ? kRunUsage
                   : command == "validate" ? kValidateUsage
                   : command == "list"     ? kListUsage
-                  : command == "schema"
-                      ? kSchemaUsage
-                      : std::string(kRunUsage) + kValidateUsage + kListUsage + kSchemaUsage);
+                  : command == "schema"   ? kSchemaUsage
+                  : command == "show"
+                      ? kShowUsage
+                      : std::string(kRunUsage) + kValidateUsage + kListUsage + kSchemaUsage + kShowUsage);
     return 2;
   }
   if (runCommand->parsed()) {
@@ -156,6 +180,7 @@ int main(int argc, char** argv) {
     return RkDocumentValidator::validate(validate, std::cout);
   }
   if (listCommand->parsed()) return RkActionLibrary::list(libraryPath, std::cout);
+  if (showCommand->parsed()) return RkTaskShow::show(show, std::cout, std::cerr);
   if (schemaCommand->parsed()) std::cout << RkVocabulary::schema();
   return 0;
 }
