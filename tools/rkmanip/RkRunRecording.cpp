@@ -22,6 +22,9 @@ void RkRunRecording::cycle(const RkSimulatedTaskRunner& runner) {
       track.actual[axis].push_back(e < actual.size() ? actual[e].translation().eigen()[axis] : NAN);
     }
   }
+  // The arm's posture is worked out only as often as a replay shows it.
+  if (!m_originCycles.empty() && runner.time() - m_times[m_originCycles.back()] < 1.0 / 60) return;
+  m_originCycles.push_back(m_times.size() - 1);
   runner.system().linkOrigins(0, m_scratch);
   if (m_links == 0) m_links = m_scratch.size();
   for (std::size_t i = 0; i < m_links; ++i)

@@ -1,6 +1,7 @@
 #pragma once
 // What rkmanip run keeps of a run for its report: per cycle the commanded and actual positions of every
-// driven end effector, the placement error and the origins of the arm's links, all in the system frame, and
+// driven end effector and the placement error, 60 times a simulated second the origins of the arm's links,
+// all in the system frame, and
 // each frame that ended with its times, error and goals. It is fed from the tool's callbacks, never from the
 // library's update, so its growing storage costs the control cycle nothing.
 #include <Eigen/Core>
@@ -37,13 +38,15 @@ class RkRunRecording {
   const std::vector<Track>& tracks() const { return m_tracks; }
   const std::vector<double>& positionErrors() const { return m_positionErrors; }
   const std::vector<double>& angleErrors() const { return m_angleErrors; }
-  // Origins of cycle i: links() points, base first.
+  // The cycles whose link origins were kept, and the origins of the i-th of them: links() points, base first.
+  const std::vector<std::size_t>& originCycles() const { return m_originCycles; }
   std::size_t links() const { return m_links; }
-  const double* origins(std::size_t cycle) const { return &m_origins[cycle * m_links * 3]; }
+  const double* origins(std::size_t i) const { return &m_origins[i * m_links * 3]; }
   const std::vector<Frame>& frames() const { return m_frames; }
 
  private:
   std::vector<double> m_times, m_positionErrors, m_angleErrors, m_origins;
+  std::vector<std::size_t> m_originCycles;
   std::vector<Track> m_tracks;
   std::vector<Frame> m_frames;
   std::vector<Eigen::Vector3d> m_scratch;

@@ -157,10 +157,13 @@ void writePaths(Json& json, const RkRunRecording& recording) {
 }
 
 void writeReplay(Json& json, const RkRunRecording& recording) {
-  const std::vector<std::size_t> kept = RkSeriesDecimation::even(recording.times().size(), kReplayMoments);
+  const std::vector<std::size_t> moments =
+      RkSeriesDecimation::even(recording.originCycles().size(), kReplayMoments);
+  std::vector<std::size_t> kept;
+  for (std::size_t i : moments) kept.push_back(recording.originCycles()[i]);
   json.key("replay").open('{').key("t").numbers(recording.times(), kept);
   json.key("links").number(static_cast<double>(recording.links())).key("origins").open('[');
-  for (std::size_t i : kept) {
+  for (std::size_t i : moments) {
     const double* origins = recording.origins(i);
     for (std::size_t k = 0; k < recording.links() * 3; ++k) json.number(origins[k], 5);
   }
