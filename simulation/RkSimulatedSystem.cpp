@@ -248,6 +248,23 @@ RkU32 RkSimulatedSystem::goalReachedCount(RkU32 arm, RkU32 endEffector) const {
   return m_arms[arm]->goalReached[endEffector];
 }
 
+bool RkSimulatedSystem::linkOrigins(RkU32 armIndex, std::vector<Eigen::Vector3d>& origins) const {
+  if (armIndex >= m_arms.size()) return false;
+  const Arm& arm = *m_arms[armIndex];
+  const RkKinematicChain& chain = arm.controller.chain();
+  const Eigen::VectorXd& q = arm.controller.jointPositions();
+  origins.resize(chain.jointCount() + 2);
+  origins.front() = arm.baseIsometry.translation();
+  Eigen::Isometry3d placement;
+  for (int joint = 0; joint < chain.jointCount(); ++joint) {
+    chain.linkPlacement(q, chain.jointLinkIndex(joint), placement);
+    origins[joint + 1] = arm.baseIsometry * placement.translation();
+  }
+  chain.tipPlacement(q, placement);
+  origins.back() = arm.baseIsometry * placement.translation();
+  return true;
+}
+
 void RkSimulatedSystem::refresh(RkU32 index) {
   Arm& arm = *m_arms[index];
   RkManipulatorEndEffectorPlacement& placement = m_currentPlacements[index];

@@ -40,6 +40,9 @@ class RkSimulatedSystem : public RkPositionControlSystem, public RkStatedSystem 
   // How many times the arm's controller was told that end effector endEffector of its active set reached the
   // final goal of the running action; 0 for an arm or end effector that is not there.
   RkU32 goalReachedCount(RkU32 arm, RkU32 endEffector) const;
+  // The origins, in the system frame, of the arm's base, of the link each joint moves and of its tip, from
+  // the base out: the points a drawing of the arm joins with straight links. False for an arm not there.
+  bool linkOrigins(RkU32 arm, std::vector<Eigen::Vector3d>& origins) const;
 
   // Position-control system.
   RkU32 manipulatorControllerCount() const override;

@@ -14,6 +14,7 @@
 #include "tools/rkmanip/RkActionLibrary.h"
 #include "tools/rkmanip/RkDocumentCheck.h"
 #include "tools/rkmanip/RkObservedTask.h"
+#include "tools/rkmanip/RkRunReport.h"
 #include "tools/rkmanip/RkToolPaths.h"
 
 namespace RkTaskRunner {
@@ -248,6 +249,12 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
     }
     trace << "\n";
   }
+  std::unique_ptr<RkRunReport> report(options.reportPath.empty() ? nullptr : new RkRunReport);
+  std::string reportError;
+  if (report && !report->open(options.reportPath, reportError)) {
+    out << "rkmanip run: " << reportError << "; nothing was run\n";
+    return 2;
+  }
   const RkSimulatedEndEffectorSets& setUp = runner.setUp();
   const RkEndEffectorSet& driven = setUp.endEffectorSets()[setUp.activeEndEffectorSet()];
   for (RkU32 e = 0; e < start.size(); ++e) {
@@ -272,6 +279,11 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
     } else {
       return;
     }
+    if (report) {
+      const FrameError& e = ended.back();
+      report->recording().frameEnded(r, e.frame, e.time, e.position, e.angle, e.hasGoal, e.reached,
+                                     !task.frameEnded());
+    }
     std::snprintf(line, sizeof line, "%10.3f s  %s  %s\n", ended.back().time, ended.back().frame.c_str(),
                   describe(ended.back()).c_str());
     out << line << std::flush;
@@ -280,6 +292,7 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
   runner.setCycleCallback([&](const RkSimulatedTaskRunner& r) {
     progress.update(r, task);
     beforeUpdate = measure(r, task, options);
+    if (report) report->recording().cycle(r);
     if (!trace) return;
     trace << r.time() << "," << statusText(r.status());
     const auto& goals = r.commanded().offsetTransformations();
@@ -290,7 +303,9 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
     }
     trace << "\n";
   });
+  const Clock::time_point started = Clock::now();
   const RkManipulationStatus::Enum status = task.run(runner);
+  const double wallTime = std::chrono::duration<double>(Clock::now() - started).count();
   progress.finish();
 
   std::size_t missed = 0;
@@ -323,6 +338,17 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
   if (worst)
     summary += "; the worst was " + worst->frame + format(" at %.3f s, ", worst->time) + describe(*worst);
   out << summary << "\n";
+  if (report) {
+    RkRunReport::Summary about{robot,         options.taskPath, "Complete",    summary,        "",
+                               runner.time(), wallTime,         runner.rate(), runner.cycles()};
+    if (status == RkManipulationStatus::Failure) about.status = "Failure";
+    if (status == RkManipulationStatus::InProgress) about.status = "Stopped at --max-time";
+    if (worst) about.worst = worst->frame + format(" at %.3f s, ", worst->time) + describe(*worst);
+    if (!report->write(about, reportError)) {
+      out << "rkmanip run: " << reportError << "\n";
+      return 2;
+    }
+  }
   if (status != RkManipulationStatus::Complete) return 1;
   if (missed > 0 && options.requireReached) {
     out << "rkmanip run: --require-reached: " << missed << (missed == 1 ? " frame" : " frames")

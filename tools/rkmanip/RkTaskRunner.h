@@ -18,6 +18,7 @@ struct RkTaskRunOptions {
   bool strict = false;          // warnings refuse the run too
   bool requireReached = false;  // a frame that ends short of its goal fails the run
   std::string tracePath;        // CSV of commanded and actual placements per cycle; empty for none
+  std::string reportPath;       // HTML report of the run, with plots and a 3D replay; empty for none
   std::string posesPath;        // the pose set handed to every cycle; empty for none
   std::string actionPath;       // the action to run of a library of actions; empty for any other task
 };

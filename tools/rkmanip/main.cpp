@@ -19,7 +19,7 @@ const char* const kRunUsage =
     "usage: rkmanip run TASK.xml [--action PATH] [--poses POSES.xml] [--robot ROBOT.urdf] [--tip LINK] "
     "[--rate HZ]\n"
     "                   [--max-time SECONDS] [--tolerance METRES [RADIANS]] [--require-reached] [--lenient]\n"
-    "                   [--strict] [--trace FILE.csv]\n";
+    "                   [--strict] [--trace FILE.csv] [--report REPORT.html]\n";
 const char* const kValidateUsage =
     "usage: rkmanip validate DOCUMENT.xml [--poses POSES.xml] [--robot ROBOT.urdf] [--tip LINK] [--strict]\n";
 const char* const kListUsage = "usage: rkmanip list LIBRARY.xml\n";
@@ -97,6 +97,10 @@ int main(int argc, char** argv) {
   runCommand->add_flag("--strict", run.strict, "Refuse a task that has warnings too");
   runCommand->add_option("--trace", run.tracePath,
                          "Write commanded and actual placements per cycle to this CSV file");
+  runCommand->add_option(
+      "--report", run.reportPath,
+      "Write a report of the run to this HTML file, to open in a browser: summary, frames, "
+      "plots of positions, errors and the tool path, and a 3D replay of the arm");
 
   RkValidateOptions validate;
   CLI::App* validateCommand = app.add_subcommand("validate",
