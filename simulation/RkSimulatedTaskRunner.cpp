@@ -9,6 +9,7 @@
 #include "sequencing/RkManipulationActionStateContainer.h"
 #include "sequencing/RkManipulationSequenceManagerState.h"
 #include "sequencing/RkManipulationSequenceState.h"
+#include "waypoints/RkWaypointSequenceState.h"
 #include "xml/RkXmlReader.h"
 
 // What the run loop needs of a task, whether a manager or a single action.
@@ -199,8 +200,10 @@ RkManipulationStatus::Enum RkSimulatedTaskRunner::runTask(std::unique_ptr<Task> 
     m_commanded = &m_task->placement();
     if (m_status == RkManipulationStatus::Transition || m_status == RkManipulationStatus::Complete) {
       const auto* sequence = dynamic_cast<const RkManipulationSequenceState*>(m_task->actionState());
-      m_frameEnded =
-          sequence ? sequence->currentFrameIsComplete() : m_status == RkManipulationStatus::Complete;
+      const auto* waypoints = dynamic_cast<const RkWaypointSequenceState*>(m_task->actionState());
+      m_frameEnded = sequence    ? sequence->currentFrameIsComplete()
+                     : waypoints ? waypoints->currentWaypointIsComplete()
+                                 : m_status == RkManipulationStatus::Complete;
       if (m_onTransition) m_onTransition(*this);
       m_frameEnded = false;
     }

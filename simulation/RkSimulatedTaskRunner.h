@@ -60,7 +60,8 @@ class RkSimulatedTaskRunner {
   std::string sequenceName() const;
   RkU32 frameIndex() const;
   std::string frameText() const;
-  // In a transition callback: whether the running frame ended in this update (rather than started).
+  // In a transition callback: whether the running frame (of a waypoint sequence, the running waypoint)
+  // ended in this update, rather than started.
   bool frameEnded() const { return m_frameEnded; }
   // Why the last run stopped with Failure when the task itself did not fail; empty otherwise.
   const std::string& failure() const { return m_failure; }

@@ -11,7 +11,20 @@ class RkConstantManipulationOffset
     : public RkManipulationOffsetKind<RkConstantManipulationOffset, RkConstantManipulationOffsetState,
                                       RkManipulation::RkConstantManipulationOffsetToken> {
  public:
-  // The offset itself, whatever the state.
+  // The offset itself, whatever the state, even one of another kind: an offset wrapping this one as its
+  // target may hand on its own state.
+  RkEndEffectorPlacement calculateOffsetTransformationInSystemFrame(
+      const RkManipulationUpdateParams&, const RkManipulationSequence&, const RkManipulationSequenceState&,
+      RkU32, RkU32, const RkManipulationOffsetState&) const override {
+    return m_offset;
+  }
+  const RkEndEffectorPlacement& currentOffsetTransformation(const RkManipulationOffsetState&) const override {
+    return m_offset;
+  }
+  const RkEndEffectorPlacement& goalOffsetTransformation(const RkManipulationOffsetState&) const override {
+    return m_offset;
+  }
+  // The hooks of the kind, which the queries above answer in place of.
   RkEndEffectorPlacement offsetInSystemFrame(const Context&, const State&) const { return m_offset; }
   void setFromOffset(const RkEndEffectorPlacement& placement, const Context&, State&);
   const RkEndEffectorPlacement& currentOffset(const State&) const { return m_offset; }

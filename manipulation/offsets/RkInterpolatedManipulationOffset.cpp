@@ -27,18 +27,7 @@ RkBoolean actualPlacement(const RkManipulationUpdateParams& params, RkU32 endEff
 
 RkBoolean RkInterpolatedManipulationOffset::initState(RkReal time, const Context& context,
                                                       State& state) const {
-  const RkManipulationOffset* target = m_targetOffset.element();
-  if (!target) {
-    Rk::Print::write(4, "RkInterpolatedManipulationOffset::init missing target offset container element.\n");
-    return false;
-  }
-  RkManipulationOffsetStateContainer targetState;
-  if (!target->init(time, context.params, context.sequence, context.sequenceState, context.frameIndex,
-                    context.endEffectorIndex, targetState)) {
-    Rk::Print::write(4, "RkInterpolatedManipulationOffset::init target offset failed to initialize.\n");
-    return false;
-  }
-  state.setTargetOffsetState(targetState);
+  if (!initTarget(time, context, state)) return false;
   RkEndEffectorPlacement actual;
   if (!actualPlacement(context.params, context.endEffectorIndex, actual)) {
     Rk::Print::write(4, "RkInterpolatedManipulationOffset::init no actual placement of end effector %u.\n",
@@ -53,26 +42,10 @@ RkBoolean RkInterpolatedManipulationOffset::initState(RkReal time, const Context
 
 RkManipulationStatus::Enum RkInterpolatedManipulationOffset::updateState(RkReal time, const Context& context,
                                                                          State& state) const {
-  const RkManipulationOffset* target = m_targetOffset.element();
-  if (!target) {
-    Rk::Print::write(4,
-                     "RkInterpolatedManipulationOffset::update missing target offset container element.\n");
-    return RkManipulationStatus::Failure;
-  }
-  RkManipulationOffsetState* targetState = state.targetOffsetState();
-  if (!targetState) {
-    Rk::Print::write(4, "RkInterpolatedManipulationOffset::update missing target offset state.\n");
-    return RkManipulationStatus::Failure;
-  }
-  const RkManipulationStatus::Enum status =
-      target->update(time, context.params, context.sequence, context.sequenceState, context.frameIndex,
-                     context.endEffectorIndex, *targetState);
-  if (status == RkManipulationStatus::Failure) {
-    Rk::Print::write(4, "RkInterpolatedManipulationOffset::update target offset failed to update.\n");
-    return RkManipulationStatus::Failure;
-  }
+  const RkManipulationStatus::Enum status = updateTarget(time, context, state);
+  if (status == RkManipulationStatus::Failure) return status;
   const RkReal s = (time - state.initializationTime()) / m_interpolationTime.value();
-  const RkEndEffectorPlacement& targetPlacement = target->currentOffsetTransformation(*targetState);
+  const RkEndEffectorPlacement& targetPlacement = targetCurrentOffset(state);
   // False for a fraction that is not a number, so a zero interpolation time arrives at once.
   if (s < 1.0) {
     state.setCurrentOffset(RkEndEffectorPlacement::interpolation(state.initialOffset(), targetPlacement, s));
@@ -82,27 +55,8 @@ RkManipulationStatus::Enum RkInterpolatedManipulationOffset::updateState(RkReal 
   return status;
 }
 
-RkEndEffectorPlacement RkInterpolatedManipulationOffset::offsetInSystemFrame(const Context& context,
-                                                                             const State& state) const {
-  const RkManipulationOffset* target = m_targetOffset.element();
-  if (!target) return RkEndEffectorPlacement();
-  return target->calculateOffsetTransformationInSystemFrame(context.params, context.sequence,
-                                                            context.sequenceState, context.frameIndex,
-                                                            context.endEffectorIndex, state);
-}
-
-void RkInterpolatedManipulationOffset::setFromOffset(const RkEndEffectorPlacement& placement,
-                                                     const Context& context, State& state) {
-  RkManipulationOffset* target = m_targetOffset.element();
-  RkManipulationOffsetState* targetState = state.targetOffsetState();
-  if (!target || !targetState) return;
-  target->setFromOffsetTransformationInSystemFrame(placement, context.params, context.sequence,
-                                                   context.sequenceState, context.frameIndex,
-                                                   context.endEffectorIndex, *targetState);
-}
-
 const RkEndEffectorPlacement& RkInterpolatedManipulationOffset::goalOffset(const State& state) const {
-  const RkManipulationOffset* target = m_targetOffset.element();
+  const RkManipulationOffset* target = targetOffset().element();
   const RkManipulationOffsetState* targetState = state.targetOffsetState();
   if (!target || !targetState) return state.currentOffsetTransformation();
   return target->goalOffsetTransformation(*targetState);
@@ -112,11 +66,8 @@ RkManipulationOffsetStateContainer RkInterpolatedManipulationOffset::calculateEn
     const RkManipulationUpdateParams& params, const RkManipulationSequence& sequence,
     const RkManipulationSequenceState& sequenceState, RkU32 frameIndex, RkU32 endEffectorIndex) const {
   RkManipulationOffsetStateContainer container;
-  State& state = container.setNewElement<State>();
-  if (const RkManipulationOffset* target = m_targetOffset.element()) {
-    state.setTargetOffsetState(
-        target->calculateEndState(params, sequence, sequenceState, frameIndex, endEffectorIndex));
-  }
+  State& state =
+      endStateWithTarget({params, sequence, sequenceState, frameIndex, endEffectorIndex}, container);
   RkEndEffectorPlacement actual;
   if (!actualPlacement(params, endEffectorIndex, actual)) {
     Rk::Print::write(

@@ -6,20 +6,22 @@
 //   </manipulationOffset></constantManipulationOffset></targetOffset>
 //   <interpolationTime>2</interpolationTime></interpolatedManipulationOffset>
 #include "offsets/RkInterpolatedManipulationOffsetState.h"
-#include "offsets/RkManipulationOffsetContainer.h"
-#include "offsets/RkManipulationOffsetKind.h"
+#include "offsets/RkTargetWrappingManipulationOffset.h"
 
 class RkInterpolatedManipulationOffset
-    : public RkManipulationOffsetKind<RkInterpolatedManipulationOffset, RkInterpolatedManipulationOffsetState,
-                                      RkManipulation::RkInterpolatedManipulationOffsetToken> {
+    : public RkTargetWrappingManipulationOffset<RkInterpolatedManipulationOffset,
+                                                RkInterpolatedManipulationOffsetState,
+                                                RkManipulation::RkInterpolatedManipulationOffsetToken> {
  public:
+  static const char* className() { return "RkInterpolatedManipulationOffset"; }
   // Starts the target and records the actual placement and the time it starts from.
   RkBoolean initState(RkReal time, const Context& context, State& state) const;
   // Advances the target and blends towards its current placement. Real-time safe.
   RkManipulationStatus::Enum updateState(RkReal time, const Context& context, State& state) const;
   // The target's own value, asked with this offset's state (not the target's) as it is given.
-  RkEndEffectorPlacement offsetInSystemFrame(const Context& context, const State& state) const;
-  void setFromOffset(const RkEndEffectorPlacement& placement, const Context& context, State& state);
+  RkEndEffectorPlacement offsetInSystemFrame(const Context& context, const State& state) const {
+    return targetInSystemFrame(context, state);
+  }
   const RkEndEffectorPlacement& currentOffset(const State& state) const {
     return state.currentOffsetTransformation();
   }
@@ -32,19 +34,16 @@ class RkInterpolatedManipulationOffset
                                                        RkU32 frameIndex,
                                                        RkU32 endEffectorIndex) const override;
 
-  virtual const RkManipulationOffsetContainer& targetOffset() const { return m_targetOffset; }
-  virtual void setTargetOffset(const RkManipulationOffsetContainer& target) { m_targetOffset = target; }
   // How long the approach takes, in the unit of the update times.
   virtual RkReal interpolationTime() const { return m_interpolationTime; }
   virtual void setInterpolationTime(RkReal time) { m_interpolationTime = time; }
 
  protected:
   void registerComponents() override {
-    registerComponent(RkManipulation::RkTargetOffsetToken, &m_targetOffset);
+    RkTargetWrappingManipulationOffset::registerComponents();
     registerComponent(RkManipulation::RkInterpolationTimeToken, &m_interpolationTime);
   }
 
  private:
-  RkManipulationOffsetContainer m_targetOffset;
   RkXmlBasicType<RkReal> m_interpolationTime;
 };

@@ -3,12 +3,12 @@
 #include "sequencing/RkManipulationNullObjects.h"
 
 const RkEndEffectorPlacement& RkInterpolatedManipulationOffsetState::goalOffsetTransformation() const {
-  const RkManipulationOffsetState* target = m_targetOffsetState.element();
+  const RkManipulationOffsetState* target = targetOffsetState();
   return target ? target->goalOffsetTransformation() : RkManipulationNullObjects::placement();
 }
 
 void RkInterpolatedManipulationOffsetState::registerComponents() {
-  registerComponent(RkManipulation::RkTargetOffsetStateToken, &m_targetOffsetState);
+  RkTargetWrappingManipulationOffsetState::registerComponents();
   registerComponent(RkManipulation::RkInitializationTimeToken, &m_initializationTime);
   registerComponent(RkManipulation::RkInterpolatedInitialOffsetToken, &m_initialOffset);
   registerComponent(RkManipulation::RkInterpolatedCurrentOffsetToken, &m_currentOffset);

@@ -2,24 +2,17 @@
 // The state of an interpolated offset: its target's own state, when the approach started, the actual
 // placement it started from and the placement it commands now.
 #include "control/RkEndEffectorPlacement.h"
-#include "offsets/RkManipulationOffsetState.h"
-#include "offsets/RkManipulationOffsetStateContainer.h"
+#include "offsets/RkTargetWrappingManipulationOffsetState.h"
 
 class RkInterpolatedManipulationOffsetState
-    : public RkXmlConcreteClass<RkInterpolatedManipulationOffsetState, RkManipulationOffsetState,
-                                RkManipulation::RkInterpolatedManipulationOffsetStateToken> {
+    : public RkTargetWrappingManipulationOffsetState<
+          RkInterpolatedManipulationOffsetState, RkManipulation::RkInterpolatedManipulationOffsetStateToken> {
  public:
   // The placement commanded now.
   const RkEndEffectorPlacement& currentOffsetTransformation() const override { return m_currentOffset; }
   // The target's goal, or a shared default placement without a target state.
   const RkEndEffectorPlacement& goalOffsetTransformation() const override;
 
-  // The target's state, or null.
-  virtual RkManipulationOffsetState* targetOffsetState() { return m_targetOffsetState.element(); }
-  virtual const RkManipulationOffsetState* targetOffsetState() const { return m_targetOffsetState.element(); }
-  virtual void setTargetOffsetState(const RkManipulationOffsetStateContainer& container) {
-    m_targetOffsetState = container;
-  }
   virtual RkReal initializationTime() const { return m_initializationTime; }
   virtual void setInitializationTime(RkReal time) { m_initializationTime = time; }
   virtual const RkEndEffectorPlacement& initialOffset() const { return m_initialOffset; }
@@ -31,7 +24,6 @@ class RkInterpolatedManipulationOffsetState
   void registerComponents() override;
 
  private:
-  RkManipulationOffsetStateContainer m_targetOffsetState;
   RkXmlBasicType<RkReal> m_initializationTime;
   RkEndEffectorPlacement m_initialOffset;
   RkEndEffectorPlacement m_currentOffset;

@@ -4,7 +4,7 @@
 #include "foundation/RkPrint.h"
 
 void RkParametricTranslationManipulationOffset::registerComponents() {
-  registerComponent(RkManipulation::RkTargetOffsetToken, &m_targetOffset);
+  RkTargetWrappingManipulationOffset::registerComponents();
   registerComponent(RkManipulation::RkParametricXTagToken, &m_parametricXTag);
   registerComponent(RkManipulation::RkParametricYTagToken, &m_parametricYTag);
   registerComponent(RkManipulation::RkParametricZTagToken, &m_parametricZTag);
@@ -39,20 +39,7 @@ RkBoolean RkParametricTranslationManipulationOffset::translation(const RkDataMap
 
 RkBoolean RkParametricTranslationManipulationOffset::initState(RkReal time, const Context& context,
                                                                State& state) const {
-  const RkManipulationOffset* target = m_targetOffset.element();
-  if (!target) {
-    Rk::Print::write(
-        4, "RkParametricTranslationManipulationOffset::init missing target offset container element.\n");
-    return false;
-  }
-  RkManipulationOffsetStateContainer targetState;
-  if (!target->init(time, context.params, context.sequence, context.sequenceState, context.frameIndex,
-                    context.endEffectorIndex, targetState)) {
-    Rk::Print::write(4,
-                     "RkParametricTranslationManipulationOffset::init target offset failed to initialize.\n");
-    return false;
-  }
-  state.setTargetOffsetState(targetState);
+  if (!initTarget(time, context, state)) return false;
   if (m_parametricXTag.value().empty() && m_parametricYTag.value().empty() &&
       m_parametricZTag.value().empty()) {
     Rk::Print::write(
@@ -70,68 +57,27 @@ RkBoolean RkParametricTranslationManipulationOffset::initState(RkReal time, cons
 RkManipulationStatus::Enum RkParametricTranslationManipulationOffset::updateState(RkReal time,
                                                                                   const Context& context,
                                                                                   State& state) const {
-  const RkManipulationOffset* target = m_targetOffset.element();
-  if (!target) {
-    Rk::Print::write(
-        4, "RkParametricTranslationManipulationOffset::update missing target offset container element.\n");
-    return RkManipulationStatus::Failure;
-  }
-  RkManipulationOffsetState* targetState = state.targetOffsetState();
-  if (!targetState) {
-    Rk::Print::write(4, "RkParametricTranslationManipulationOffset::update missing target offset state.\n");
-    return RkManipulationStatus::Failure;
-  }
-  const RkManipulationStatus::Enum status =
-      target->update(time, context.params, context.sequence, context.sequenceState, context.frameIndex,
-                     context.endEffectorIndex, *targetState);
-  if (status == RkManipulationStatus::Failure) {
-    Rk::Print::write(4,
-                     "RkParametricTranslationManipulationOffset::update target offset failed to update.\n");
-    return RkManipulationStatus::Failure;
-  }
-  state.setCurrentOffset(
-      RkEndEffectorPlacement(target->currentOffsetTransformation(*targetState).placement() *
-                             state.parametricTransform().placement()));
+  const RkManipulationStatus::Enum status = updateTarget(time, context, state);
+  if (status == RkManipulationStatus::Failure) return status;
+  state.setCurrentOffset(RkEndEffectorPlacement(targetCurrentOffset(state).placement() *
+                                                state.parametricTransform().placement()));
   return status;
-}
-
-RkEndEffectorPlacement RkParametricTranslationManipulationOffset::offsetInSystemFrame(
-    const Context& context, const State& state) const {
-  const RkManipulationOffset* target = m_targetOffset.element();
-  const RkManipulationOffsetState* targetState = state.targetOffsetState();
-  if (!target || !targetState) return RkEndEffectorPlacement();
-  return target->calculateOffsetTransformationInSystemFrame(context.params, context.sequence,
-                                                            context.sequenceState, context.frameIndex,
-                                                            context.endEffectorIndex, *targetState);
-}
-
-void RkParametricTranslationManipulationOffset::setFromOffset(const RkEndEffectorPlacement& placement,
-                                                              const Context& context, State& state) {
-  RkManipulationOffset* target = m_targetOffset.element();
-  RkManipulationOffsetState* targetState = state.targetOffsetState();
-  if (!target || !targetState) return;
-  target->setFromOffsetTransformationInSystemFrame(placement, context.params, context.sequence,
-                                                   context.sequenceState, context.frameIndex,
-                                                   context.endEffectorIndex, *targetState);
 }
 
 RkManipulationOffsetStateContainer RkParametricTranslationManipulationOffset::calculateEndState(
     const RkManipulationUpdateParams& params, const RkManipulationSequence& sequence,
     const RkManipulationSequenceState& sequenceState, RkU32 frameIndex, RkU32 endEffectorIndex) const {
   RkManipulationOffsetStateContainer container;
-  State& state = container.setNewElement<State>();
+  State& state =
+      endStateWithTarget({params, sequence, sequenceState, frameIndex, endEffectorIndex}, container);
   RkVector shift;
   translation(params.dataMap, false, shift);
   const RkEndEffectorPlacement transform(RkCoordinateSystemTransformation(shift, RkOrientation()));
   state.setParametricTransform(transform);
   RkCoordinateSystemTransformation goal;
-  if (const RkManipulationOffset* target = m_targetOffset.element()) {
-    state.setTargetOffsetState(
-        target->calculateEndState(params, sequence, sequenceState, frameIndex, endEffectorIndex));
-    if (const RkManipulationOffsetState* targetState = state.targetOffsetState()) {
-      goal = target->goalOffsetTransformation(*targetState).placement();
-    }
-  }
+  const RkManipulationOffset* target = targetOffset().element();
+  const RkManipulationOffsetState* targetState = state.targetOffsetState();
+  if (target && targetState) goal = target->goalOffsetTransformation(*targetState).placement();
   state.setCurrentOffset(RkEndEffectorPlacement(goal * transform.placement()));
   return container;
 }

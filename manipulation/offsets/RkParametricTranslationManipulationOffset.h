@@ -10,18 +10,18 @@
 #include <string>
 
 #include "control/RkEndEffectorPlacement.h"
-#include "offsets/RkManipulationOffsetContainer.h"
-#include "offsets/RkManipulationOffsetKind.h"
 #include "offsets/RkParametricTranslationManipulationOffsetState.h"
+#include "offsets/RkTargetWrappingManipulationOffset.h"
 
 class RkDataMap;
 class RkVector;
 
 class RkParametricTranslationManipulationOffset
-    : public RkManipulationOffsetKind<RkParametricTranslationManipulationOffset,
-                                      RkParametricTranslationManipulationOffsetState,
-                                      RkManipulation::RkParametricTranslationManipulationOffsetToken> {
+    : public RkTargetWrappingManipulationOffset<
+          RkParametricTranslationManipulationOffset, RkParametricTranslationManipulationOffsetState,
+          RkManipulation::RkParametricTranslationManipulationOffsetToken> {
  public:
+  static const char* className() { return "RkParametricTranslationManipulationOffset"; }
   // Each tag named, with the value 0.
   void findDataMapReferences(std::map<std::string, RkReal>& references) const override;
   RkManipulationOffsetStateContainer calculateEndState(const RkManipulationUpdateParams& params,
@@ -33,10 +33,12 @@ class RkParametricTranslationManipulationOffset
   RkBoolean initState(RkReal time, const Context& context, State& state) const;
   // Updates the target and shifts its current placement. Real-time safe.
   RkManipulationStatus::Enum updateState(RkReal time, const Context& context, State& state) const;
-  // The target's own goal, without the translation; a default placement without a target.
-  RkEndEffectorPlacement offsetInSystemFrame(const Context& context, const State& state) const;
-  // Handed to the target; the tags stay.
-  void setFromOffset(const RkEndEffectorPlacement& placement, const Context& context, State& state);
+  // The target's own goal, asked with its own state, without the translation; a default placement without
+  // a target or its state. Replacing the offset hands the placement to the target; the tags stay.
+  RkEndEffectorPlacement offsetInSystemFrame(const Context& context, const State& state) const {
+    const RkManipulationOffsetState* targetState = state.targetOffsetState();
+    return targetState ? targetInSystemFrame(context, *targetState) : RkEndEffectorPlacement();
+  }
   const RkEndEffectorPlacement& currentOffset(const State& state) const {
     return state.currentOffsetTransformation();
   }
@@ -44,8 +46,6 @@ class RkParametricTranslationManipulationOffset
     return state.currentOffsetTransformation();
   }
 
-  virtual const RkManipulationOffsetContainer& targetOffset() const { return m_targetOffset; }
-  virtual void setTargetOffset(const RkManipulationOffsetContainer& target) { m_targetOffset = target; }
   virtual const std::string& parametricXTag() const { return m_parametricXTag.value(); }
   virtual void setParametricXTag(const std::string& tag) { m_parametricXTag = tag; }
   virtual const std::string& parametricYTag() const { return m_parametricYTag.value(); }
@@ -61,7 +61,6 @@ class RkParametricTranslationManipulationOffset
   // stops the lookup; without report it leaves its axis at 0 and the lookup goes on.
   RkBoolean translation(const RkDataMap& dataMap, bool report, RkVector& result) const;
 
-  RkManipulationOffsetContainer m_targetOffset;
   RkXmlBasicType<std::string> m_parametricXTag;
   RkXmlBasicType<std::string> m_parametricYTag;
   RkXmlBasicType<std::string> m_parametricZTag;

@@ -4,7 +4,7 @@
 
 const RkEndEffectorPlacement& RkParametricTranslationManipulationOffsetState::goalOffsetTransformation()
     const {
-  const RkManipulationOffsetState* target = m_targetOffsetState.element();
+  const RkManipulationOffsetState* target = targetOffsetState();
   if (!target) return RkManipulationNullObjects::placement();
   m_currentOffset.setPlacement(m_parametricTransform.placement() *
                                target->goalOffsetTransformation().placement());

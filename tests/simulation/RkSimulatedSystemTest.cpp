@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <fstream>
 
+#include "control/RkFrameEndEffector.h"
 #include "control/RkManipulatorController.h"
 #include "foundation/RkPrint.h"
 #include "manipulator/RkManipulatorActivePositionState.h"
@@ -134,4 +135,17 @@ TEST(RkSimulatedSystem, set_up_files_load_or_fail_with_one_line) {
   EXPECT_EQ(system.addArm("arm", *chain, RkCoordinateSystemTransformation(), unknownLink, error), -1);
   EXPECT_FALSE(error.empty());
   EXPECT_EQ(system.armCount(), 0u);
+
+  // The UR5e's set-up names no maximum acceleration: its tool is driven with 1.2 m/s²; one named stays.
+  RkFrameEndEffector tool;
+  tool.setLinkIdentifier("tool0");
+  tool.setMaximumAcceleration(3.5);
+  RkXmlVectorType<RkEndEffectorSet> toolSets(1);
+  toolSets[0].add(tool);
+  RkSimulatedEndEffectorSets named = ur5eSetUp();
+  named.setEndEffectorSets(toolSets);
+  ASSERT_EQ(system.addArm("default", *chain, RkCoordinateSystemTransformation(), ur5eSetUp(), error), 0);
+  ASSERT_EQ(system.addArm("named", *chain, RkCoordinateSystemTransformation(), named, error), 1);
+  EXPECT_EQ(system.manipulatorController(0)->endEffectorSets()[0].endEffector(0)->maximumAcceleration(), 1.2);
+  EXPECT_EQ(system.manipulatorController(1)->endEffectorSets()[0].endEffector(0)->maximumAcceleration(), 3.5);
 }

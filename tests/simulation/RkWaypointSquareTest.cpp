@@ -23,6 +23,7 @@ struct SquareRun {
   std::array<double, 3> closest{};      // the tool's least distance from each inner corner
   std::array<double, 3> lowestSpeed{};  // the tool's lowest speed within the zone radius of each
   RkU32 goalsReached = 0;
+  RkU32 waypointsEnded = 0;  // transitions that ended a waypoint
 };
 
 // The square from the tool's home position: along +x, then +y, then back; the first waypoint is where the
@@ -59,6 +60,8 @@ SquareRun runSquare(bool stopPoints) {
       if (distance <= kZone) result.lowestSpeed[c] = std::min(result.lowestSpeed[c], linear.norm());
     }
   });
+  runner.setTransitionCallback(
+      [&](const RkSimulatedTaskRunner& r) { result.waypointsEnded += r.frameEnded(); });
   result.status = runner.run(square);
   result.seconds = runner.time();
   result.goalsReached = runner.system().goalReachedCount(0, 0);
@@ -76,6 +79,8 @@ TEST(RkWaypointSquare, zones_finish_sooner_never_stop_at_an_inner_corner_and_pas
   const SquareRun rounding = runSquare(false);
   EXPECT_EQ(stopping.goalsReached, 5u);
   EXPECT_EQ(rounding.goalsReached, 5u);
+  EXPECT_EQ(stopping.waypointsEnded, 5u);
+  EXPECT_EQ(rounding.waypointsEnded, 5u);
   EXPECT_LT(rounding.seconds, stopping.seconds);
   for (int c = 0; c < 3; ++c) {
     // Stopping, the tool comes to rest on the corner; rounding, it keeps a good share of its speed.

@@ -613,3 +613,33 @@ TEST(RkManipTool, show_dot_of_every_example_is_drawn_by_graphviz_without_a_warni
     EXPECT_EQ(warnings, "") << example.name;
   }
 }
+
+TEST(RkManipTool, each_waypoint_is_reported_at_its_hand_over_and_one_short_of_its_goal_fails_when_required) {
+  const Result zones = rkmanip({"run", example("tasks/ur5e_square_zones.xml"), "--require-reached"});
+  EXPECT_EQ(zones.status, 0) << zones.out;
+  // A corner rounded inside its zone counts as reached when the tool came within the zone.
+  for (const char* corner : {"waypoint 2 \"corner_1\"", "waypoint 3 \"corner_2\"", "waypoint 4 \"corner_3\""})
+    EXPECT_TRUE(
+        says(zones.out, std::string(" s  ") + corner + "  passed ", " mm from it, zone 20.000 mm  reached"))
+        << corner << "\n"
+        << zones.out;
+  // The last one is handed over at its goal, which must be within the tolerance.
+  EXPECT_TRUE(says(zones.out, " s  waypoint 5 \"end\"  error ", "  reached")) << zones.out;
+  EXPECT_NE(zones.out.find("waypoints rounded inside their zone: the widest passed "), std::string::npos);
+  EXPECT_NE(lastLine(zones.out).find("; 5 waypoints ended, all reached; the worst was waypoint "),
+            std::string::npos)
+      << zones.out;
+
+  // A stop point closer than 1e-5 to its goal, judged against a tighter tolerance, is reported short.
+  const Result tight = rkmanip({"run", example("library/cell_actions.xml"), "--action", "squares/stop_points",
+                                "--tolerance", "1e-6", "--require-reached"});
+  EXPECT_EQ(tight.status, 1) << tight.out;
+  EXPECT_TRUE(says(tight.out, " s  waypoint 5 \"end\"  error ", "  NOT reached")) << tight.out;
+  EXPECT_NE(tight.out.find("waypoints handed over at their goal: largest error at the hand-over 0.0"),
+            std::string::npos)
+      << tight.out;
+  const std::string verdict = lastLine(tight.out);
+  EXPECT_EQ(verdict.rfind("rkmanip run: --require-reached: ", 0), 0u) << tight.out;
+  EXPECT_NE(verdict.find(" waypoints ended short of the goal; the worst was waypoint "), std::string::npos);
+  EXPECT_EQ(verdict.substr(verdict.size() - 13), "  NOT reached") << verdict;
+}

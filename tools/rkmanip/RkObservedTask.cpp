@@ -1,7 +1,9 @@
 #include "tools/rkmanip/RkObservedTask.h"
 
 #include <algorithm>
+#include <cmath>
 
+#include "control/RkPositionControlSystem.h"
 #include "events/RkManipulationPlacementAchievedTransitionEvent.h"
 #include "frames/RkParametricManipulationFrame.h"
 #include "frames/RkStandardManipulationFrame.h"
@@ -11,6 +13,7 @@
 #include "sequencing/RkManipulationActionStateContainer.h"
 #include "sequencing/RkPoseSet.h"
 #include "simulation/RkSimulatedTaskRunner.h"
+#include "waypoints/RkWaypointSequence.h"
 #include "xml/RkXmlTokens.h"
 
 namespace {
@@ -112,6 +115,7 @@ class RkObservedTask::Action : public RkXmlConcreteClass<Action, RkManipulationA
     m_observer->before(sequence, &state);
     const RkManipulationStatus::Enum status = m_action->update(time, m_observer->withPoses(params), state);
     m_observer->after(sequence, &state);
+    if (m_observer->runsWaypoints()) m_observer->followWaypoint(time, status, state);
     return status;
   }
   RkU32 activeControlDescription(const RkManipulationActionState& state) const override {
@@ -157,6 +161,8 @@ RkObservedTask::RkObservedTask(const RkManipulationSequenceManager* manager,
     m_manager.reset(new Manager(*manager, *this));
   } else if (action) {
     m_action.reset(new Action(*action, *this));
+    m_waypointSequence = dynamic_cast<const RkWaypointSequence*>(action);
+    if (m_waypointSequence) m_waypointGoals.reset(new RkWaypointSequence(*m_waypointSequence));
   }
 }
 
@@ -203,6 +209,39 @@ void RkObservedTask::after(const RkManipulationSequence* sequence, const RkManip
              return before.first == values && before.second < values->parametricIndex();
            });
   });
+}
+
+void RkObservedTask::followWaypoint(RkReal time, RkManipulationStatus::Enum status,
+                                    const RkManipulationActionState& actionState) {
+  const auto& state = dynamic_cast<const RkWaypointSequenceState&>(actionState);
+  const RkU32 index = state.currentWaypointIndex();
+  m_waypointEnded = status != RkManipulationStatus::Failure && state.currentWaypointIsComplete();
+  if (status == RkManipulationStatus::Failure || index >= m_waypointGoals->waypoints().size()) return;
+  const RkU32 endEffectorIndex = m_waypointSequence->endEffectorIndex();
+  if (!m_waypointFollowed || index != m_waypoint.index) {
+    m_waypointFollowed = true;
+    // It started in this update, so its copy starts alike: same inputs, same pose set.
+    const RkManipulationWaypoint& waypoint = m_waypointGoals->waypoints()[index];
+    RkWaypointSequenceState copyState(state);
+    m_waypoint = Waypoint();
+    m_waypoint.index = index;
+    m_waypoint.label = waypoint.label().value();
+    m_waypoint.roundsCorner = index + 1 < m_waypointGoals->waypoints().size() && !waypoint.stopPoint() &&
+                              waypoint.zoneRadius() != 0.0;
+    m_waypoint.zoneRadius = waypoint.zoneRadius();
+    if (waypoint.init(time, m_params, *m_waypointGoals, copyState, index)) {
+      m_waypoint.hasGoal = true;
+      m_waypoint.goal =
+          waypoint.desiredEndEffectorPlacement().offsetTransformations()[endEffectorIndex].translation();
+    }
+  }
+  RkCoordinateSystemTransformation actual;
+  if (m_waypoint.hasGoal && m_params.positionControlSystem &&
+      m_params.positionControlSystem->actualPlacement(m_params.controllerIndex, endEffectorIndex, actual)) {
+    const double distance = (actual.translation() - m_waypoint.goal).norm();
+    // Once not a number, it stays so: it must not pass for close.
+    if (!std::isnan(m_waypoint.closest) && !(m_waypoint.closest <= distance)) m_waypoint.closest = distance;
+  }
 }
 
 std::pair<const RkManipulationSequence*, const RkManipulationActionState*> RkObservedTask::top() const {

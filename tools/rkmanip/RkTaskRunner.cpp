@@ -72,9 +72,20 @@ const char* statusText(RkManipulationStatus::Enum status) {
   }
 }
 
+// A waypoint as the tool names it: its number from 1 and its name, or where it goes when it has none.
+std::string waypointName(const RkObservedTask::Waypoint& waypoint) {
+  const std::string number = "waypoint " + std::to_string(waypoint.index + 1);
+  if (!waypoint.label.empty()) return number + " \"" + waypoint.label + "\"";
+  if (!waypoint.hasGoal) return number;
+  const RkVector& goal = waypoint.goal;
+  return number + " (to " + coordinate(goal.x()) + " " + coordinate(goal.y()) + " " + coordinate(goal.z()) +
+         ")";
+}
+
 // The running frame as the tool names it: sequence "approach" frame 2 tagged "at the part" is
 // approach: frame 2 "at the part"; the text goes on with the frames running inside it.
 std::string frameName(const RkSimulatedTaskRunner& runner, const RkObservedTask& task) {
+  if (task.runsWaypoints()) return waypointName(task.waypoint());
   const std::string sequence = runner.sequenceName();
   return (sequence.empty() ? "" : sequence + ": ") + "frame " + std::to_string(runner.frameIndex() + 1) +
          " \"" + task.text() + "\"";
@@ -89,7 +100,10 @@ struct FrameError {
   bool hasGoal = false;
   bool reached = true;
   bool byPlacement = false;  // ended by its placement-achieved event
-  double badness = 0.0;      // the larger error over its tolerance; infinite for a NaN error
+  // A waypoint that handed over on the curve round its corner: position is then the closest it came.
+  bool roundsCorner = false;
+  double zoneRadius = 0.0;
+  double badness = 0.0;  // the larger error over its tolerance; infinite for a NaN error
 };
 
 FrameError measure(const RkSimulatedTaskRunner& runner, const RkObservedTask& task,
@@ -106,8 +120,49 @@ FrameError measure(const RkSimulatedTaskRunner& runner, const RkObservedTask& ta
   return e;
 }
 
+// A waypoint at its hand-over. One handed over at its goal, which it commands until then, is measured as a
+// frame is; one handed over inside its zone is reached when it came within the zone and the tolerance.
+FrameError measureWaypoint(const RkSimulatedTaskRunner& runner, const RkObservedTask& task,
+                           const RkTaskRunOptions& options) {
+  FrameError e = measure(runner, task, options);
+  const RkObservedTask::Waypoint& waypoint = task.waypoint();
+  if (!waypoint.roundsCorner) return e;
+  const double allowed = waypoint.zoneRadius + options.positionTolerance;
+  e.roundsCorner = true;
+  e.zoneRadius = waypoint.zoneRadius;
+  e.hasGoal = waypoint.hasGoal;
+  e.position = waypoint.closest;
+  e.angle = 0.0;
+  e.reached = e.position <= allowed;
+  e.badness = std::isnan(e.position) ? INFINITY : e.position / allowed;
+  return e;
+}
+
+// The waypoints' counterpart of the placement-achieved line: the largest error of those handed over at
+// their goal, and the widest pass of those rounded inside their zone.
+void describeWaypoints(std::ostream& out, const std::vector<FrameError>& ended) {
+  const FrameError* stopped = nullptr;
+  const FrameError* rounded = nullptr;
+  for (const FrameError& e : ended) {
+    const FrameError*& widest = e.roundsCorner ? rounded : stopped;
+    if (e.hasGoal && (!widest || !(e.position <= widest->position))) widest = &e;
+  }
+  if (stopped) {
+    out << "waypoints handed over at their goal: largest error at the hand-over " << length(stopped->position)
+        << " (" << stopped->frame << ")\n";
+  }
+  if (rounded) {
+    out << "waypoints rounded inside their zone: the widest passed " << length(rounded->position)
+        << " from its goal (" << rounded->frame << ", zone " << length(rounded->zoneRadius) << ")\n";
+  }
+}
+
 std::string describe(const FrameError& e) {
   if (!e.hasGoal) return "no goal";
+  if (e.roundsCorner) {
+    return "passed " + length(e.position) + " from it, zone " + length(e.zoneRadius) +
+           (e.reached ? "  reached" : "  NOT reached");
+  }
   return "error " + length(e.position) + ", " + angle(e.angle) + (e.reached ? "  reached" : "  NOT reached");
 }
 
@@ -276,6 +331,8 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
     } else if (task.valueStepped()) {
       ended.push_back(beforeUpdate);
       ended.back().time = r.time();
+    } else if (task.waypointEnded()) {
+      ended.push_back(measureWaypoint(r, task, options));
     } else {
       return;
     }
@@ -320,6 +377,7 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
     out << "placement-achieved frames: largest error at the end " << length(placed->position) << " ("
         << placed->frame << ")\n";
   }
+  if (task.runsWaypoints()) describeWaypoints(out, ended);
   std::snprintf(line, sizeof line, " after %.3f s simulated, %ld %s at %g Hz", runner.time(), runner.cycles(),
                 runner.cycles() == 1 ? "cycle" : "cycles", runner.rate());
   std::string summary;
@@ -332,7 +390,8 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
     const FrameError now = measure(runner, task, options);
     summary = "Stopped at --max-time" + std::string(line) + " in " + now.frame + ", whose " + describe(now);
   }
-  summary += "; " + std::to_string(ended.size()) + (ended.size() == 1 ? " frame" : " frames") + " ended";
+  const std::string element = task.runsWaypoints() ? "waypoint" : "frame";
+  summary += "; " + std::to_string(ended.size()) + " " + element + (ended.size() == 1 ? "" : "s") + " ended";
   if (!ended.empty())
     summary += missed == 0 ? ", all reached" : ", " + std::to_string(missed) + " NOT reached";
   if (worst)
@@ -351,8 +410,10 @@ int run(const RkTaskRunOptions& options, std::ostream& out, std::ostream& progre
   }
   if (status != RkManipulationStatus::Complete) return 1;
   if (missed > 0 && options.requireReached) {
-    out << "rkmanip run: --require-reached: " << missed << (missed == 1 ? " frame" : " frames")
-        << " ended short of the goal\n";
+    out << "rkmanip run: --require-reached: " << missed << " " << element << (missed == 1 ? "" : "s")
+        << " ended short of the goal";
+    if (task.runsWaypoints()) out << "; the worst was " << worst->frame << ": " << describe(*worst);
+    out << "\n";
     return 1;
   }
   return 0;

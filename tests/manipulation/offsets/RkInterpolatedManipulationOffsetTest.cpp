@@ -5,9 +5,11 @@
 #include <cmath>
 
 #include "foundation/RkPrint.h"
+#include "frames/RkStandardManipulationFrame.h"
 #include "manipulation/support/RkFakeControlSystem.h"
 #include "manipulation/support/RkManipulationTestTasks.h"
 #include "offsets/RkActualPlacementManipulationOffset.h"
+#include "offsets/RkConstantManipulationOffsetState.h"
 #include "offsets/RkInterpolatedManipulationOffset.h"
 
 namespace {
@@ -155,4 +157,35 @@ TEST(RkInterpolatedManipulationOffset, end_state_and_replacement_go_through_the_
   EXPECT_EQ(offset.goalOffsetTransformation(*run.container.element()).placement(), placementAt(3, 0, 0));
   EXPECT_EQ(run.update(offset, 2.0), RkManipulationStatus::Complete);
   EXPECT_EQ(run.current(offset), placementAt(3, 0, 0));
+
+  // Replaced in a running frame, it hands its own state to its constant target, which answers with its
+  // offset whatever the state: the new offset starts from the target's goal.
+  RkStandardManipulationFrame frame = standardFrame("f", {}, RkCountdownEvent(5));
+  RkXmlVectorType<RkManipulationOffsetContainer> offsets(1);
+  offsets[0].setElement(approaching(constantAt(kTarget), 2.0));
+  frame.setOffsetContainerVector(offsets);
+  RkManipulationFrameStateContainer frameContainer;
+  ASSERT_TRUE(frame.init(0.0, run.params, run.sequence, run.sequenceState, 0, frameContainer));
+  auto& frameState = dynamic_cast<RkStandardManipulationFrameState&>(*frameContainer.element());
+  const RkManipulationOffsetState& interpolatedState = *frameState.offsetState(0);
+  EXPECT_EQ(constantAt(kTarget).currentOffsetTransformation(interpolatedState).placement(), kTarget);
+  EXPECT_EQ(constantAt(kTarget).goalOffsetTransformation(interpolatedState).placement(), kTarget);
+  RkConstantManipulationOffsetState constantState;
+  ASSERT_TRUE(frame.replaceManipulationOffset(run.params, run.sequence, run.sequenceState, 0, 0,
+                                              RkConstantManipulationOffset(), interpolatedState,
+                                              constantState));
+  const auto& replaced = frame.offsetContainerVector(frameState)[0];
+  EXPECT_EQ(dynamic_cast<const RkConstantManipulationOffset&>(*replaced.element()).offset().placement(),
+            kTarget);
+  // And back: an interpolated offset over a constant one takes the place through its target.
+  RkManipulationOffsetStateContainer started;
+  const RkInterpolatedManipulationOffset again = approaching(constantAt(placementAt(0, 0, 0)), 1.0);
+  ASSERT_TRUE(again.init(0.0, run.params, run.sequence, run.sequenceState, 0, 0, started));
+  ASSERT_TRUE(frame.replaceManipulationOffset(run.params, run.sequence, run.sequenceState, 0, 0, again,
+                                              constantState, *started.element()));
+  EXPECT_EQ(frame.offsetContainerVector(frameState)[0]
+                .element()
+                ->goalOffsetTransformation(*started.element())
+                .placement(),
+            kTarget);
 }
