@@ -1,5 +1,6 @@
 #pragma once
-// Holds the state of a frame's transition event.
+// Holds the state of a frame's transition event; a state of at most one number beside its base stands in the
+// container itself, so starting a frame allocates nothing for it.
 #include "events/RkManipulationFrameTransitionEventState.h"
 #include "sequencing/RkManipulationTokens.h"
 #include "xml/RkXmlFamilyContainer.h"
@@ -7,7 +8,7 @@
 class RkManipulationFrameTransitionEventStateContainer
     : public RkXmlFamilyContainer<RkManipulationFrameTransitionEventStateContainer,
                                   RkManipulationFrameTransitionEventState,
-                                  RkManipulation::RkManipulationFrameTransitionEventStateContainerToken> {
+                                  RkManipulation::RkManipulationFrameTransitionEventStateContainerToken, 32> {
  public:
  protected:
   void registerComponentCreators() override;

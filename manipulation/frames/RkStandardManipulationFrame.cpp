@@ -1,5 +1,7 @@
 #include "frames/RkStandardManipulationFrame.h"
 
+#include <utility>
+
 #include "control/RkControlTokens.h"
 #include "control/RkEndEffectorPlacement.h"
 #include "control/RkEndEffectorSet.h"
@@ -94,7 +96,9 @@ RkBoolean RkStandardManipulationFrame::init(RkReal time, const RkManipulationUpd
                                             RkManipulationFrameStateContainer& stateContainer) const {
   auto& state = stateContainer.setNewElement<RkStandardManipulationFrameState>();
   const RkU32 count = m_offsetContainerVector.size();
-  RkXmlVectorType<RkManipulationOffsetStateContainer> offsetStates(count);
+  // Every state is built where it stays: one allocation for the offsets' containers, one per placement list.
+  RkXmlVectorType<RkManipulationOffsetStateContainer>& offsetStates = state.offsetStatesInPlace();
+  offsetStates.resize(count);
   RkManipulatorEndEffectorPlacement::TransformationVector current, goal;
   current.reserve(count);
   goal.reserve(count);
@@ -112,20 +116,17 @@ RkBoolean RkStandardManipulationFrame::init(RkReal time, const RkManipulationUpd
     current.pushBack(offset->currentOffsetTransformation(offsetState).placement());
     goal.pushBack(offset->goalOffsetTransformation(offsetState).placement());
   }
-  state.setOffsetStateContainerVector(offsetStates);
-  state.currentPlacementInPlace().setOffsetTransformations(current);
-  state.goalPlacementInPlace().setOffsetTransformations(goal);
+  state.currentPlacementInPlace().setOffsetTransformations(std::move(current));
+  state.goalPlacementInPlace().setOffsetTransformations(std::move(goal));
   const RkManipulationFrameTransitionEvent* event = m_transitionEventContainer.element();
   if (!event) {
     Rk::Print::write(4, "RkStandardManipulationFrame::init missing transition event.\n");
     return false;
   }
-  RkManipulationFrameTransitionEventStateContainer eventState;
-  if (!event->init(time, params, *this, eventState)) {
+  if (!event->init(time, params, *this, state.transitionEventStateInPlace())) {
     Rk::Print::write(4, "RkStandardManipulationFrame::init transition event failed to initialize.\n");
     return false;
   }
-  state.setTransitionEventStateContainer(eventState);
   return true;
 }
 

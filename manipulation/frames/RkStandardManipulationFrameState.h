@@ -48,6 +48,13 @@ class RkStandardManipulationFrameState
   // Puts a copy of state into container i; false, with a level-5 line, when i is past the last container.
   virtual RkBoolean replaceManipulationOffsetState(RkU32 i, const RkManipulationOffsetState& state);
 
+  // The states to build in place when the frame starts, so that none is made elsewhere and copied in.
+  RkXmlVectorType<RkManipulationOffsetStateContainer>& offsetStatesInPlace() {
+    return m_offsetStateContainerVector;
+  }
+  RkManipulationFrameTransitionEventStateContainer& transitionEventStateInPlace() {
+    return m_transitionEventStateContainer;
+  }
   // The placements to fill in place each cycle, so that a running frame allocates nothing.
   RkManipulatorEndEffectorPlacement& currentPlacementInPlace() { return m_currentEndEffectorPlacement; }
   RkManipulatorEndEffectorPlacement& goalPlacementInPlace() { return m_goalEndEffectorPlacement; }

@@ -21,6 +21,7 @@ RkBoolean RkManipulationSequence::init(RkManipulationActionStateContainer& conta
     Rk::Print::write(4, "RkManipulationSequence::init missing manipulation frames.\n");
     return false;
   }
+  state.reserveFrames(m_frameContainerVector.size());
   return true;
 }
 

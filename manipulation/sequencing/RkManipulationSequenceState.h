@@ -20,6 +20,8 @@ class RkManipulationSequenceState
   // Back to frame 0, both flags false, no frame states.
   virtual void clear();
   virtual void deleteFrame(RkU32 index);
+  // Room for the states of count frames, so that starting a frame does not regrow the list.
+  virtual void reserveFrames(RkU32 count) { m_frameStateContainerVector.reserve(count); }
   virtual const RkXmlVectorType<RkManipulationFrameStateContainer>& manipulationFrameStateContainerVector()
       const {
     return m_frameStateContainerVector;

@@ -4,8 +4,10 @@
 //   <manipulatorEndEffectorPlacement><offsetTransformations count="1"><element>
 //   <translation>0 0 0.1</translation><orientation>1 0 0 0</orientation>
 //   </element></offsetTransformations></manipulatorEndEffectorPlacement>
-#include "control/RkControlTokens.h"
+#include <utility>
+
 #include "common/RkCoordinateSystemTransformation.h"
+#include "control/RkControlTokens.h"
 #include "xml/RkXmlCompoundType.h"
 #include "xml/RkXmlConcreteClass.h"
 #include "xml/RkXmlVectorType.h"
@@ -24,6 +26,9 @@ class RkManipulatorEndEffectorPlacement
   const TransformationVector& offsetTransformations() const { return m_offsetTransformations; }
   void setOffsetTransformations(const TransformationVector& transformations) {
     m_offsetTransformations = transformations;
+  }
+  void setOffsetTransformations(TransformationVector&& transformations) {
+    m_offsetTransformations = std::move(transformations);
   }
   // Sets entry index, first growing the list with identities when it is shorter; false for an index at or
   // beyond kMaxEndEffectorCount.

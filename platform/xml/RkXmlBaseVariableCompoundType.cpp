@@ -56,9 +56,26 @@ RkXmlBaseVariableCompoundType::Family& familyLocked(Registry& known, const RkTok
 }  // namespace
 
 RkXmlBaseVariableCompoundType::Family& RkXmlBaseVariableCompoundType::family() const {
+  // Families live for good, so each thread keeps where the ones it met last stand: looking one up by its
+  // token's text under the lock for every element read would cost more than making the element.
+  struct Remembered {
+    RkToken token;
+    Family* family;
+  };
+  thread_local Remembered remembered[16];
+  const RkToken& own = token();
+  Remembered& slot = remembered[(own.hash() >> 4) & 15];
+  if (slot.family && slot.token == own) return *slot.family;
+  Family& found = familyBuilt(own);
+  slot = {own, &found};
+  return found;
+}
+
+RkXmlBaseVariableCompoundType::Family& RkXmlBaseVariableCompoundType::familyBuilt(
+    const RkToken& containerToken) const {
   Registry& known = registry();
   std::lock_guard<std::mutex> lock(known.mutex);
-  Family& found = familyLocked(known, token());
+  Family& found = familyLocked(known, containerToken);
   if (!found.built) {
     found.built = true;
     t_building = &found;

@@ -61,6 +61,8 @@ class RkXmlBaseVariableCompoundType : public RkXmlObject {
 
  private:
   Family& family() const;
+  // The family of the containers named containerToken, its creators registered; takes the registry's lock.
+  Family& familyBuilt(const RkToken& containerToken) const;
 
   LibraryList m_addLibraries;
 };

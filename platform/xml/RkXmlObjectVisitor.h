@@ -2,6 +2,7 @@
 // Walks a tree of XML objects. For each object it records the object, its path strings (the C++ type and
 // the tag it stands under) and asks mayEnter and shouldDescend before going into its children; closeObject
 // is sent when an object's visit ends. Subclasses override those three to do their work.
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -13,7 +14,7 @@ template <class T>
 class RkXmlVectorType;
 template <class K, class V>
 class RkXmlMapType;
-template <class T>
+template <class T, std::size_t InlineBytes>
 class RkXmlVariableElementType;
 
 class RkXmlObjectVisitor {
@@ -32,8 +33,8 @@ class RkXmlObjectVisitor {
   void visit(const RkXmlVectorType<T>* vector);
   template <class K, class V>
   void visit(const RkXmlMapType<K, V>* map);
-  template <class T>
-  void visit(const RkXmlVariableElementType<T>* container);
+  template <class T, std::size_t InlineBytes>
+  void visit(const RkXmlVariableElementType<T, InlineBytes>* container);
 
   const RkXmlObject* currentObject() const { return m_currentObject; }
   const std::vector<std::string>& pathStrings() const { return m_pathStrings; }

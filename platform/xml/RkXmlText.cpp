@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <limits>
 
 namespace RkXmlText {
@@ -260,6 +261,18 @@ const char* schemaType(const RkBoolean*) {
 }
 const char* schemaType(const std::string*) {
   return "xs:string";
+}
+
+long leadingLong(std::string_view text) {
+  // Plain digits, as written, read directly; anything else as strtol reads it.
+  if (!text.empty() && text.size() <= 18) {
+    long value = 0;
+    std::size_t at = 0;
+    while (at < text.size() && text[at] >= '0' && text[at] <= '9') value = value * 10 + (text[at++] - '0');
+    if (at == text.size()) return value;
+  }
+  const std::string copy(text);
+  return std::strtol(copy.c_str(), nullptr, 10);
 }
 
 }  // namespace RkXmlText

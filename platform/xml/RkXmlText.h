@@ -25,6 +25,10 @@ bool parse(std::string_view text, std::string& value);
 // Parses exactly count reals separated by white space (vectors, quaternions).
 bool parseReals(std::string_view text, RkReal* values, int count);
 
+// The leading whole number of text as std::strtol reads it in base 10 (white space, a sign, digits up to the
+// first other character; 0 when there are none; clamped to the range of long), without a copy of the text.
+long leadingLong(std::string_view text);
+
 // The text without leading and trailing white space.
 std::string_view trim(std::string_view text);
 

@@ -3,7 +3,6 @@
 // elements each stand in an "element" child, basic values side by side in one "group":
 //   <sequenceOrder count="2"><group>pick place</group></sequenceOrder>
 #include <algorithm>
-#include <cstdlib>
 #include <ostream>
 #include <typeinfo>
 #include <utility>
@@ -152,7 +151,7 @@ class RkXmlVectorType : public RkXmlConcreteClass<RkXmlVectorType<T>, RkXmlObjec
     long expected = 0;
     for (RkU32 i = 0, count = reader.attributeCount(); i < count; ++i) {
       if (reader.attributeName(i) == RkXml::RkCountToken) {
-        expected = std::strtol(reader.attributeValue(i).c_str(), nullptr, 10);
+        expected = RkXmlText::leadingLong(reader.attributeValue(i));
         // The count is only a hint; a forged one must not reserve gigabytes.
         const std::size_t hinted = static_cast<std::size_t>(std::clamp(expected, 0L, 4096L));
         if (hinted > 0 && reader.charge(hinted * sizeof(T))) m_elements.reserve(hinted);

@@ -2,11 +2,13 @@
 #include <gtest/gtest.h>
 
 #include "control/RkPointEndEffector.h"
+#include "events/RkManipulationTimeDurationTransitionEventState.h"
 #include "foundation/RkPrint.h"
 #include "manipulation/support/RkFakeControlSystem.h"
 #include "manipulation/support/RkManipulationTestTasks.h"
 #include "offsets/RkConstantManipulationOffsetState.h"
 #include "offsets/RkManipulationOffsetKind.h"
+#include "support/RkRoundTrip.h"
 
 namespace {
 
@@ -192,4 +194,43 @@ TEST(RkStandardManipulationFrame, end_effector_set_follows_the_index_or_the_cont
   EXPECT_EQ(&frame.endEffectorSet(run.params, state), &RkEndEffectorSet::nullObject());
   run.params.positionControlSystem = nullptr;
   EXPECT_EQ(&frame.endEffectorSet(run.params, state), &RkEndEffectorSet::nullObject());
+}
+
+TEST(RkStandardManipulationFrame, starting_builds_each_state_where_it_stays_with_four_allocations) {
+  TaskRun run;
+  run.sequence.add(standardFrame(
+      "three", {placementAt(0.1, 0, 0), placementAt(0.2, 0, 0), placementAt(0.3, 0, 0)}, lasting(2.0)));
+  const RkManipulationFrame& frame = *run.sequence.manipulationFrameContainerVector()[0].element();
+  RkManipulationFrameStateContainer container;
+  RkAllocationCounter::start();
+  const RkBoolean started = frame.init(1.5, run.params, run.sequence, run.sequenceState, 0, container);
+  // The frame's state, its offsets' containers and the two placement lists; the constant offsets' empty
+  // states and the event's one number stand in their containers.
+  EXPECT_EQ(RkAllocationCounter::stop(), 4);
+  ASSERT_TRUE(started);
+  const auto& state = dynamic_cast<const RkStandardManipulationFrameState&>(*container.element());
+  ASSERT_EQ(state.offsetStateContainerVector().size(), 3u);
+  const RkReal xs[] = {0.1, 0.2, 0.3};
+  for (RkU32 i = 0; i < 3; ++i) {
+    const auto& offsetState = state.offsetStateContainerVector()[i];
+    EXPECT_NE(dynamic_cast<const RkConstantManipulationOffsetState*>(offsetState.element()), nullptr);
+    EXPECT_EQ(offsetState.element()->container(), &offsetState);
+    EXPECT_EQ(state.goalEndEffectorPlacement().offsetTransformations()[i], placementAt(xs[i], 0, 0));
+  }
+  EXPECT_EQ(state.currentEndEffectorPlacement(), state.goalEndEffectorPlacement());
+  const auto* event = dynamic_cast<const RkManipulationTimeDurationTransitionEventState*>(
+      state.transitionEventStateContainer().element());
+  ASSERT_NE(event, nullptr);
+  EXPECT_DOUBLE_EQ(event->triggerTime(), 3.5);
+  EXPECT_EQ(event->container(), &state.transitionEventStateContainer());
+
+  // Copies and moves carry states held in place as their own class, each pointing at its new container.
+  RkManipulationFrameStateContainer copy(container);
+  EXPECT_EQ(copy, container);
+  RkManipulationFrameStateContainer moved(std::move(copy));
+  EXPECT_EQ(moved, container);
+  const auto& movedState = dynamic_cast<const RkStandardManipulationFrameState&>(*moved.element());
+  EXPECT_EQ(movedState.transitionEventStateContainer().element()->container(),
+            &movedState.transitionEventStateContainer());
+  EXPECT_TRUE(roundTrips(state));
 }

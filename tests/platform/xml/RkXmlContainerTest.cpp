@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <vector>
 
 #include "foundation/RkPrint.h"
 #include "platform/xml/RkXmlSampleShapes.h"
@@ -197,6 +198,86 @@ TEST(RkXmlVariableElementType, copies_clone_and_compare_by_concrete_class) {
   EXPECT_EQ(copy.element(), nullptr);
   EXPECT_TRUE(roundTrips(circle));
   EXPECT_TRUE(roundTrips(empty));
+}
+
+namespace {
+inline const RkToken RkRoomyShapeContainerToken = RkXml::qualifiedToken("roomyShapeContainer");
+
+// Room for a circle (one number beside its base), not for a square (which also holds a string).
+class RkRoomyShapeContainer
+    : public RkXmlFamilyContainer<RkRoomyShapeContainer, RkSampleShape, RkRoomyShapeContainerToken,
+                                  sizeof(RkSampleCircle)> {
+ protected:
+  void registerComponentCreators() override {
+    registerComponentCreator(RkSampleCircle::classToken(), &RkSampleCircle::creator);
+    registerComponentCreator(RkSampleSquare::classToken(), &RkSampleSquare::creator);
+  }
+};
+
+const RkSampleShape* heldAt(const RkRoomyShapeContainer& container) {
+  const RkSampleShape* element = container.element();
+  EXPECT_TRUE(!element || element->container() == &container);
+  return element;
+}
+}  // namespace
+
+TEST(RkXmlVariableElementType, elements_held_in_place_copy_move_and_read_as_their_own_class) {
+  const RkSampleCircle two(2.0), five(5.0);
+  RkRoomyShapeContainer circle;
+  circle.setNewElement<RkSampleCircle>().setRadius(2.0);
+  const char* where = reinterpret_cast<const char*>(heldAt(circle));
+  const char* self = reinterpret_cast<const char*>(&circle);
+  EXPECT_TRUE(where >= self && where < self + sizeof(circle)) << "the circle should stand in the container";
+  RkRoomyShapeContainer square;
+  square.setNewElement<RkSampleSquare>();
+  where = reinterpret_cast<const char*>(heldAt(square));
+  self = reinterpret_cast<const char*>(&square);
+  EXPECT_FALSE(where >= self && where < self + sizeof(square)) << "a square does not fit";
+
+  RkRoomyShapeContainer copy(circle);
+  EXPECT_TRUE(heldAt(copy)->equality(&two));
+  EXPECT_NE(copy.element(), circle.element());
+  dynamic_cast<RkSampleCircle&>(*copy.element()).setRadius(5.0);
+  EXPECT_TRUE(heldAt(circle)->equality(&two));
+  copy = copy;
+  EXPECT_TRUE(heldAt(copy)->equality(&five));
+  copy = square;
+  EXPECT_TRUE(heldAt(copy)->equality(std::make_unique<RkSampleSquare>().get()));
+  copy = circle;
+  EXPECT_EQ(copy, circle);
+
+  RkRoomyShapeContainer moved(std::move(copy));
+  EXPECT_EQ(copy.element(), nullptr);
+  EXPECT_TRUE(heldAt(moved)->equality(&two));
+  square = std::move(moved);
+  EXPECT_EQ(moved.element(), nullptr);
+  EXPECT_TRUE(heldAt(square)->equality(&two));
+
+  // A growing list moves its containers; each element follows its own.
+  std::vector<RkRoomyShapeContainer> shapes;
+  for (int i = 0; i < 20; ++i) {
+    shapes.emplace_back();
+    if (i % 3) {
+      shapes.back().setNewElement<RkSampleCircle>().setRadius(i);
+    } else {
+      shapes.back().setElement(RkSampleSquare(i));
+    }
+  }
+  for (int i = 0; i < 20; ++i) {
+    const RkSampleShape* shape = heldAt(shapes[i]);
+    if (i % 3) {
+      EXPECT_TRUE(shape->equality(std::make_unique<RkSampleCircle>(i).get())) << i;
+    } else {
+      EXPECT_TRUE(shape->equality(std::make_unique<RkSampleSquare>(i).get())) << i;
+    }
+  }
+
+  // Reading replaces an element held in place.
+  EXPECT_TRUE(RkXmlReader::readString("<roomyShapeContainer xmlns=\"" NS
+                                      "\"><sampleSquare><side>4</side></sampleSquare></roomyShapeContainer>",
+                                      shapes[1]));
+  EXPECT_TRUE(heldAt(shapes[1])->equality(std::make_unique<RkSampleSquare>(4.0).get()));
+  EXPECT_TRUE(roundTrips(shapes[2]));
 }
 
 TEST(RkXmlVariableElementType, read_takes_the_last_child_and_empties_on_unknown_tags) {
