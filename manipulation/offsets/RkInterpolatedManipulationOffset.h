@@ -40,8 +40,10 @@ class RkInterpolatedManipulationOffset
 
  protected:
   void registerComponents() override {
-    registerComponent(RkManipulation::RkTargetOffsetToken, &m_targetOffset);
-    registerComponent(RkManipulation::RkInterpolationTimeToken, &m_interpolationTime);
+    registerComponent(RkManipulation::RkTargetOffsetToken, &m_targetOffset,
+                      "the offset whose goal is blended towards");
+    registerComponent(RkManipulation::RkInterpolationTimeToken, &m_interpolationTime,
+                      "how long the blend from the actual placement to the target's goal takes, s");
   }
 
  private:

@@ -8,8 +8,12 @@ const RkEndEffectorPlacement& RkInterpolatedManipulationOffsetState::goalOffsetT
 }
 
 void RkInterpolatedManipulationOffsetState::registerComponents() {
-  registerComponent(RkManipulation::RkTargetOffsetStateToken, &m_targetOffsetState);
-  registerComponent(RkManipulation::RkInitializationTimeToken, &m_initializationTime);
-  registerComponent(RkManipulation::RkInterpolatedInitialOffsetToken, &m_initialOffset);
-  registerComponent(RkManipulation::RkInterpolatedCurrentOffsetToken, &m_currentOffset);
+  registerComponent(RkManipulation::RkTargetOffsetStateToken, &m_targetOffsetState,
+                    "the state of the target offset");
+  registerComponent(RkManipulation::RkInitializationTimeToken, &m_initializationTime,
+                    "the time the blend started, s");
+  registerComponent(RkManipulation::RkInterpolatedInitialOffsetToken, &m_initialOffset,
+                    "the actual placement the blend started from (m, quaternion w x y z)");
+  registerComponent(RkManipulation::RkInterpolatedCurrentOffsetToken, &m_currentOffset,
+                    "the placement commanded this cycle (m, quaternion w x y z)");
 }

@@ -4,10 +4,13 @@
 #include "foundation/RkPrint.h"
 
 void RkParametricTranslationManipulationOffset::registerComponents() {
-  registerComponent(RkManipulation::RkTargetOffsetToken, &m_targetOffset);
-  registerComponent(RkManipulation::RkParametricXTagToken, &m_parametricXTag);
-  registerComponent(RkManipulation::RkParametricYTagToken, &m_parametricYTag);
-  registerComponent(RkManipulation::RkParametricZTagToken, &m_parametricZTag);
+  registerComponent(RkManipulation::RkTargetOffsetToken, &m_targetOffset, "the offset whose goal is shifted");
+  registerComponent(RkManipulation::RkParametricXTagToken, &m_parametricXTag,
+                    "data-map name of the x shift, m; empty means 0");
+  registerComponent(RkManipulation::RkParametricYTagToken, &m_parametricYTag,
+                    "data-map name of the y shift, m; empty means 0");
+  registerComponent(RkManipulation::RkParametricZTagToken, &m_parametricZTag,
+                    "data-map name of the z shift, m; empty means 0");
 }
 
 void RkParametricTranslationManipulationOffset::findDataMapReferences(

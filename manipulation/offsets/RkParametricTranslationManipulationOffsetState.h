@@ -28,9 +28,13 @@ class RkParametricTranslationManipulationOffsetState
 
  protected:
   void registerComponents() override {
-    registerComponent(RkManipulation::RkTargetOffsetStateToken, &m_targetOffsetState);
-    registerComponent(RkManipulation::RkParametricTransformToken, &m_parametricTransform);
-    registerComponent(RkManipulation::RkParametricCurrentOffsetToken, &m_currentOffset);
+    registerComponent(RkManipulation::RkTargetOffsetStateToken, &m_targetOffsetState,
+                      "the state of the target offset");
+    registerComponent(RkManipulation::RkParametricTransformToken, &m_parametricTransform,
+                      "the translation read from the data map when the frame started, m");
+    registerComponent(
+        RkManipulation::RkParametricCurrentOffsetToken, &m_currentOffset,
+        "the placement commanded, the target's shifted by the translation (m, quaternion w x y z)");
   }
 
  private:
