@@ -16,9 +16,11 @@ void RkSimulatedEndEffectorSets::registerComponents() {
   static const RkToken home = RkXml::qualifiedToken("homeJointPositions");
   static const RkToken active = RkXml::qualifiedToken("activeEndEffectorSet");
   static const RkToken sets = RkXml::qualifiedToken("endEffectorSets");
-  registerComponent(home, &m_homeJointPositions);
-  registerComponent(active, &m_activeEndEffectorSet);
-  registerComponent(sets, &m_endEffectorSets);
+  registerComponent(home, &m_homeJointPositions,
+                    "the joint positions the simulated arm starts at, rad (m for a prismatic joint)");
+  registerComponent(active, &m_activeEndEffectorSet,
+                    "index of the end-effector set the controller drives, from 0");
+  registerComponent(sets, &m_endEffectorSets, "the end-effector sets of the arm");
 }
 
 RkSimulatedEndEffectorSets RkSimulatedEndEffectorSets::tipFrame(const std::string& tipLink) {

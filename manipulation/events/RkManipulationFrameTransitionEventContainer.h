@@ -1,6 +1,7 @@
 #pragma once
 // Holds the transition event of a frame:
-//   <manipulationFrameTransitionEventContainer><timeDurationTransitionEvent>...</...></...>
+//   <manipulationFrameTransitionEventContainer><timeDurationTransitionEvent>
+//     <timeDuration>2</timeDuration></timeDurationTransitionEvent></manipulationFrameTransitionEventContainer>
 #include "events/RkManipulationFrameTransitionEvent.h"
 #include "sequencing/RkManipulationTokens.h"
 #include "xml/RkXmlFamilyContainer.h"

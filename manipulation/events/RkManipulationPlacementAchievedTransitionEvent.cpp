@@ -13,10 +13,15 @@ constexpr RkReal kMissingPlacementDelta = 1000.0;
 }  // namespace
 
 void RkManipulationPlacementAchievedTransitionEvent::registerComponents() {
-  registerComponent(RkManipulation::RkPlacementConvergenceWindowToken, &m_convergenceWindow);
-  registerComponent(RkManipulation::RkPlacementTestIndicesToken, &m_testIndices);
-  registerComponent(RkManipulation::RkPlacementToleranceToken, &m_tolerance);
-  registerComponent(RkManipulation::RkSoftFailureToken, &m_softFailure);
+  registerComponent(RkManipulation::RkPlacementConvergenceWindowToken, &m_convergenceWindow,
+                    "length of the convergence window, s; kept but not consulted");
+  registerComponent(RkManipulation::RkPlacementTestIndicesToken, &m_testIndices,
+                    "indices of the end effectors to test, from 0; empty means all");
+  registerComponent(RkManipulation::RkPlacementToleranceToken, &m_tolerance,
+                    "largest placement error at which the goal counts as reached, m (angles weigh by the end "
+                    "effector's orientation weight length)");
+  registerComponent(RkManipulation::RkSoftFailureToken, &m_softFailure,
+                    "true: a goal the controller cannot reach completes the frame instead of failing it");
 }
 
 RkBoolean RkManipulationPlacementAchievedTransitionEvent::initState(RkReal, const Context&, State&) const {

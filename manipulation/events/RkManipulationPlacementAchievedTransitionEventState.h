@@ -18,9 +18,11 @@ class RkManipulationPlacementAchievedTransitionEventState
 
  protected:
   void registerComponents() override {
-    registerComponent(RkManipulation::RkPlacementConvergenceValueToken, &m_convergenceValue);
+    registerComponent(RkManipulation::RkPlacementConvergenceValueToken, &m_convergenceValue,
+                      "the largest placement error of the last test, m");
     registerComponent(RkManipulation::RkPlacementConvergenceWindowStartTimeToken,
-                      &m_convergenceWindowStartTime);
+                      &m_convergenceWindowStartTime,
+                      "the time the convergence window opened, s; -1 before it opens");
   }
 
  private:

@@ -21,7 +21,7 @@ class RkManipulationTimeDurationTransitionEvent
 
  protected:
   void registerComponents() override {
-    registerComponent(RkManipulation::RkTimeDurationToken, &m_timeDuration);
+    registerComponent(RkManipulation::RkTimeDurationToken, &m_timeDuration, "how long the frame lasts, s");
   }
 
  private:

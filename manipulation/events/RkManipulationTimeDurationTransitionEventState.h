@@ -12,7 +12,8 @@ class RkManipulationTimeDurationTransitionEventState
 
  protected:
   void registerComponents() override {
-    registerComponent(RkManipulation::RkTriggerTimeToken, &m_triggerTime);
+    registerComponent(RkManipulation::RkTriggerTimeToken, &m_triggerTime,
+                      "the time at which the event fires, s");
   }
 
  private:

@@ -6,11 +6,14 @@
 
 void RkParametricManipulationFrame::registerComponents() {
   RkManipulationFrame::registerComponents();
-  registerComponent(RkManipulation::RkTargetFrameToken, &m_targetFrame);
-  registerComponent(RkManipulation::RkParametricTagToken, &m_parametricTag);
-  registerComponent(RkManipulation::RkParametricValuesToken, &m_parametricValues);
-  registerComponent(RkManipulation::RkManipulationFrameTransitionEventContainerToken,
-                    &m_transitionEventContainer);
+  registerComponent(RkManipulation::RkTargetFrameToken, &m_targetFrame, "the frame run once per value");
+  registerComponent(RkManipulation::RkParametricTagToken, &m_parametricTag,
+                    "the data-map name under which each value is published to the target frame");
+  registerComponent(RkManipulation::RkParametricValuesToken, &m_parametricValues,
+                    "the values, used in order, one run of the target frame each; at least one");
+  registerComponent(
+      RkManipulation::RkManipulationFrameTransitionEventContainerToken, &m_transitionEventContainer,
+      "optional; must also have fired before the frame ends on the last value (it runs across all values)");
 }
 
 void RkParametricManipulationFrame::findDataMapReferences(std::map<std::string, RkReal>& references) const {

@@ -26,10 +26,12 @@ class RkParametricManipulationFrameState
 
  protected:
   void registerComponents() override {
-    registerComponent(RkManipulation::RkTargetFrameStateToken, &m_targetFrameState);
-    registerComponent(RkManipulation::RkParametricIndexToken, &m_parametricIndex);
+    registerComponent(RkManipulation::RkTargetFrameStateToken, &m_targetFrameState,
+                      "the state of the frame being rerun");
+    registerComponent(RkManipulation::RkParametricIndexToken, &m_parametricIndex,
+                      "index into parametricValues of the value in force, from 0");
     registerComponent(RkManipulation::RkManipulationFrameTransitionEventStateContainerToken,
-                      &m_transitionEventStateContainer);
+                      &m_transitionEventStateContainer, "the state of the frame's own transition event");
   }
 
  private:

@@ -16,13 +16,19 @@
 
 void RkStandardManipulationFrame::registerComponents() {
   RkManipulationFrame::registerComponents();
-  registerComponent(RkControl::RkActiveControlDescriptionToken, &m_activeControlDescription);
-  registerComponent(RkControl::RkActiveEndEffectorSetToken, &m_activeEndEffectorSet);
-  registerComponent(RkControl::RkActiveControlMethodToken, &m_activeControlMethod);
-  registerComponent(RkManipulation::RkManipulationOffsetContainerVectorToken, &m_offsetContainerVector);
+  registerComponent(RkControl::RkActiveControlDescriptionToken, &m_activeControlDescription,
+                    "index of the control description the controller uses while the frame runs");
+  registerComponent(
+      RkControl::RkActiveEndEffectorSetToken, &m_activeEndEffectorSet,
+      "index of the end-effector set the offsets are for; 4294967295 means the controller's active set");
+  registerComponent(RkControl::RkActiveControlMethodToken, &m_activeControlMethod,
+                    "index of the control method the controller uses while the frame runs");
+  registerComponent(RkManipulation::RkManipulationOffsetContainerVectorToken, &m_offsetContainerVector,
+                    "one offset per end effector of the set, in end-effector order");
   registerComponent(RkManipulation::RkManipulationFrameTransitionEventContainerToken,
-                    &m_transitionEventContainer);
-  registerComponent(RkFoundCommon::RkDataMapToken, &m_dataMap);
+                    &m_transitionEventContainer, "the event that ends the frame");
+  registerComponent(RkFoundCommon::RkDataMapToken, &m_dataMap,
+                    "named values the frame publishes for the offsets and events it holds");
 }
 
 const RkXmlVectorType<RkManipulationOffsetContainer>& RkStandardManipulationFrame::offsetContainerVector(

@@ -2,14 +2,14 @@
 // The ordinary step of a sequence: one offset per end effector and one transition event that ends it.
 //   <standardManipulationFrame>
 //     <tag>approach</tag>
-//     <manipulationOffsetContainerVector count="1"><element><manipulationOffsetContainer>
-//       <constantManipulationOffset>...</constantManipulationOffset></manipulationOffsetContainer></element>
+//     <manipulationOffsetContainerVector count="1"><element>
+//       <constantManipulationOffset>...</constantManipulationOffset></element>
 //     </manipulationOffsetContainerVector>
 //     <manipulationFrameTransitionEventContainer><timeDurationTransitionEvent>
 //       <timeDuration>2</timeDuration></timeDurationTransitionEvent></manipulationFrameTransitionEventContainer>
 //   </standardManipulationFrame>
-#include "events/RkManipulationFrameTransitionEventContainer.h"
 #include "common/RkDataMap.h"
+#include "events/RkManipulationFrameTransitionEventContainer.h"
 #include "frames/RkManipulationFrame.h"
 #include "frames/RkStandardManipulationFrameState.h"
 #include "offsets/RkManipulationOffsetContainer.h"

@@ -5,12 +5,14 @@
 
 void RkStandardManipulationFrameState::registerComponents() {
   registerComponent(RkManipulation::RkManipulationOffsetStateContainerVectorToken,
-                    &m_offsetStateContainerVector);
+                    &m_offsetStateContainerVector, "the state of each offset, in end-effector order");
   registerComponent(RkManipulation::RkManipulationFrameTransitionEventStateContainerToken,
-                    &m_transitionEventStateContainer);
+                    &m_transitionEventStateContainer, "the state of the transition event");
   registerComponent(RkManipulation::RkManipulationCurrentEndEffectorPlacementToken,
-                    &m_currentEndEffectorPlacement);
-  registerComponent(RkManipulation::RkManipulationGoalEndEffectorPlacementToken, &m_goalEndEffectorPlacement);
+                    &m_currentEndEffectorPlacement,
+                    "the placements commanded this cycle, in the system frame (m, quaternion w x y z)");
+  registerComponent(RkManipulation::RkManipulationGoalEndEffectorPlacementToken, &m_goalEndEffectorPlacement,
+                    "the placements the offsets end at, in the system frame (m, quaternion w x y z)");
 }
 
 const RkManipulationOffsetState* RkStandardManipulationFrameState::offsetState(RkU32 i) const {

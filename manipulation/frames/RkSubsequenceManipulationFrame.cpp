@@ -4,9 +4,11 @@
 
 void RkSubsequenceManipulationFrame::registerComponents() {
   RkManipulationFrame::registerComponents();
-  registerComponent(RkManipulation::RkManipulationSequenceToken, &m_subsequence);
+  registerComponent(RkManipulation::RkManipulationSequenceToken, &m_subsequence,
+                    "the sequence run, frame by frame, as this one frame");
   registerComponent(RkManipulation::RkManipulationFrameTransitionEventContainerToken,
-                    &m_transitionEventContainer);
+                    &m_transitionEventContainer,
+                    "optional; must also have fired before the frame ends after its sequence completes");
 }
 
 const RkManipulationFrame* RkSubsequenceManipulationFrame::runningFrame(const State& state) const {

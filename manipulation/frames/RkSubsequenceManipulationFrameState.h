@@ -28,9 +28,10 @@ class RkSubsequenceManipulationFrameState
 
  protected:
   void registerComponents() override {
-    registerComponent(RkManipulation::RkSubsequenceStateContainerToken, &m_subsequenceStateContainer);
+    registerComponent(RkManipulation::RkSubsequenceStateContainerToken, &m_subsequenceStateContainer,
+                      "the state of the sequence run as this frame");
     registerComponent(RkManipulation::RkManipulationFrameTransitionEventStateContainerToken,
-                      &m_transitionEventStateContainer);
+                      &m_transitionEventStateContainer, "the state of the frame's transition event");
   }
 
  private:

@@ -35,7 +35,8 @@ class RkConstantManipulationOffset
 
  protected:
   void registerComponents() override {
-    registerComponent(RkManipulation::RkManipulationOffsetToken, &m_offset);
+    registerComponent(RkManipulation::RkManipulationOffsetToken, &m_offset,
+                      "the goal placement of the end effector, in the system frame (m, quaternion w x y z)");
   }
 
  private:

@@ -50,7 +50,8 @@ class RkFrameRelativeManipulationOffset
  protected:
   void registerComponents() override {
     RkRelativeManipulationOffset::registerComponents();
-    registerComponent(RkManipulation::RkFrameIndexToken, &m_frameIndex);
+    registerComponent(RkManipulation::RkFrameIndexToken, &m_frameIndex,
+                      "index, from 0, of the earlier frame of the sequence whose goal is the primary frame");
   }
 
  private:

@@ -41,7 +41,8 @@ class RkInterpolatedManipulationOffset
  protected:
   void registerComponents() override {
     RkTargetWrappingManipulationOffset::registerComponents();
-    registerComponent(RkManipulation::RkInterpolationTimeToken, &m_interpolationTime);
+    registerComponent(RkManipulation::RkInterpolationTimeToken, &m_interpolationTime,
+                      "how long the blend from the actual placement to the target's goal takes, s");
   }
 
  private:

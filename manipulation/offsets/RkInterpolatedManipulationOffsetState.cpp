@@ -9,7 +9,10 @@ const RkEndEffectorPlacement& RkInterpolatedManipulationOffsetState::goalOffsetT
 
 void RkInterpolatedManipulationOffsetState::registerComponents() {
   RkTargetWrappingManipulationOffsetState::registerComponents();
-  registerComponent(RkManipulation::RkInitializationTimeToken, &m_initializationTime);
-  registerComponent(RkManipulation::RkInterpolatedInitialOffsetToken, &m_initialOffset);
-  registerComponent(RkManipulation::RkInterpolatedCurrentOffsetToken, &m_currentOffset);
+  registerComponent(RkManipulation::RkInitializationTimeToken, &m_initializationTime,
+                    "the time the blend started, s");
+  registerComponent(RkManipulation::RkInterpolatedInitialOffsetToken, &m_initialOffset,
+                    "the actual placement the blend started from (m, quaternion w x y z)");
+  registerComponent(RkManipulation::RkInterpolatedCurrentOffsetToken, &m_currentOffset,
+                    "the placement commanded this cycle (m, quaternion w x y z)");
 }

@@ -41,8 +41,10 @@ class RkLinkRelativeManipulationOffset
  protected:
   void registerComponents() override {
     RkRelativeManipulationOffset::registerComponents();
-    registerComponent(RkManipulation::RkLinkFrameTypeToken, &m_linkFrameType);
-    registerComponent(RkManipulation::RkLinkIdentifiersToken, &m_linkIdentifier);
+    registerComponent(RkManipulation::RkLinkFrameTypeToken, &m_linkFrameType,
+                      "which frame of the link is the primary frame: primaryFrame or dhFrame");
+    registerComponent(RkManipulation::RkLinkIdentifiersToken, &m_linkIdentifier,
+                      "the identifier (name) of the link the goal is relative to");
   }
 
  private:

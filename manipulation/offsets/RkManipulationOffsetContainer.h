@@ -1,6 +1,7 @@
 #pragma once
 // Holds the offset of one end effector:
-//   <manipulationOffsetContainer><constantManipulationOffset>...</constantManipulationOffset></...>
+//   <manipulationOffsetContainer><constantManipulationOffset>...</constantManipulationOffset>
+//   </manipulationOffsetContainer>
 #include "offsets/RkManipulationOffset.h"
 #include "sequencing/RkManipulationTokens.h"
 #include "xml/RkXmlFamilyContainer.h"

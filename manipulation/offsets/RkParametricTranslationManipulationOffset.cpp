@@ -5,9 +5,12 @@
 
 void RkParametricTranslationManipulationOffset::registerComponents() {
   RkTargetWrappingManipulationOffset::registerComponents();
-  registerComponent(RkManipulation::RkParametricXTagToken, &m_parametricXTag);
-  registerComponent(RkManipulation::RkParametricYTagToken, &m_parametricYTag);
-  registerComponent(RkManipulation::RkParametricZTagToken, &m_parametricZTag);
+  registerComponent(RkManipulation::RkParametricXTagToken, &m_parametricXTag,
+                    "data-map name of the x shift, m; empty means 0");
+  registerComponent(RkManipulation::RkParametricYTagToken, &m_parametricYTag,
+                    "data-map name of the y shift, m; empty means 0");
+  registerComponent(RkManipulation::RkParametricZTagToken, &m_parametricZTag,
+                    "data-map name of the z shift, m; empty means 0");
 }
 
 void RkParametricTranslationManipulationOffset::findDataMapReferences(

@@ -24,8 +24,11 @@ class RkParametricTranslationManipulationOffsetState
  protected:
   void registerComponents() override {
     RkTargetWrappingManipulationOffsetState::registerComponents();
-    registerComponent(RkManipulation::RkParametricTransformToken, &m_parametricTransform);
-    registerComponent(RkManipulation::RkParametricCurrentOffsetToken, &m_currentOffset);
+    registerComponent(RkManipulation::RkParametricTransformToken, &m_parametricTransform,
+                      "the translation read from the data map when the frame started, m");
+    registerComponent(
+        RkManipulation::RkParametricCurrentOffsetToken, &m_currentOffset,
+        "the placement commanded, the target's shifted by the translation (m, quaternion w x y z)");
   }
 
  private:

@@ -31,7 +31,10 @@ class RkReferencePoseManipulationOffset
   virtual void setPoseName(const std::string& name) { m_poseName = name; }
 
  protected:
-  void registerComponents() override { registerComponent(RkManipulation::RkNameToken, &m_poseName); }
+  void registerComponents() override {
+    registerComponent(RkManipulation::RkNameToken, &m_poseName,
+                      "the name of the pose, in the pose set handed to the run, that is the goal");
+  }
 
  private:
   RkXmlBasicType<std::string> m_poseName;

@@ -27,13 +27,23 @@ RkRelativeManipulationOffset::RkRelativeManipulationOffset() {
 }
 
 void RkRelativeManipulationOffset::registerComponents() {
-  registerComponent(RkManipulation::RkRelativeOffsetToken, &m_relativeOffset);
-  registerComponent(RkManipulation::RkManipulationFrameXAxisVector, &m_axisVector[0]);
-  registerComponent(RkManipulation::RkManipulationFrameXAxisSourceFrame, &m_axisSource[0]);
-  registerComponent(RkManipulation::RkManipulationFrameYAxisVector, &m_axisVector[1]);
-  registerComponent(RkManipulation::RkManipulationFrameYAxisSourceFrame, &m_axisSource[1]);
-  registerComponent(RkManipulation::RkManipulationFrameZAxisVector, &m_axisVector[2]);
-  registerComponent(RkManipulation::RkManipulationFrameZAxisSourceFrame, &m_axisSource[2]);
+  registerComponent(RkManipulation::RkRelativeOffsetToken, &m_relativeOffset,
+                    "the goal relative to the manipulation frame (m, quaternion w x y z)");
+  registerComponent(RkManipulation::RkManipulationFrameXAxisVector, &m_axisVector[0],
+                    "x axis of the manipulation frame (unitless direction)");
+  registerComponent(RkManipulation::RkManipulationFrameXAxisSourceFrame, &m_axisSource[0],
+                    "frame the x axis is given in: systemFrame, objectFrame (the primary frame) or "
+                    "undefinedFrame (cross product of the other two)");
+  registerComponent(RkManipulation::RkManipulationFrameYAxisVector, &m_axisVector[1],
+                    "y axis of the manipulation frame (unitless direction)");
+  registerComponent(RkManipulation::RkManipulationFrameYAxisSourceFrame, &m_axisSource[1],
+                    "frame the y axis is given in: systemFrame, objectFrame (the primary frame) or "
+                    "undefinedFrame (cross product of the other two)");
+  registerComponent(RkManipulation::RkManipulationFrameZAxisVector, &m_axisVector[2],
+                    "z axis of the manipulation frame (unitless direction)");
+  registerComponent(RkManipulation::RkManipulationFrameZAxisSourceFrame, &m_axisSource[2],
+                    "frame the z axis is given in: systemFrame, objectFrame (the primary frame) or "
+                    "undefinedFrame (cross product of the other two)");
 }
 
 const RkEndEffectorPlacement& RkRelativeManipulationOffset::currentOffsetTransformation(

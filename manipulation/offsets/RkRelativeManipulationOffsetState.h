@@ -15,7 +15,8 @@ class RkRelativeManipulationOffsetState : public RkManipulationOffsetState {
 
  protected:
   void registerComponents() override {
-    registerComponent(RkManipulation::RkRelativeCurrentOffsetToken, &m_offset);
+    registerComponent(RkManipulation::RkRelativeCurrentOffsetToken, &m_offset,
+                      "the goal placement as last computed, in the system frame (m, quaternion w x y z)");
   }
 
  private:

@@ -28,7 +28,8 @@ class RkTargetWrappingManipulationOffset : public RkManipulationOffsetKind<Deriv
 
  protected:
   void registerComponents() override {
-    this->registerComponent(RkManipulation::RkTargetOffsetToken, &m_targetOffset);
+    this->registerComponent(RkManipulation::RkTargetOffsetToken, &m_targetOffset,
+                            "the offset whose goal this one starts from and follows");
   }
 
   // Starts the target into state; false, with the line naming Derived, when there is none or it fails.

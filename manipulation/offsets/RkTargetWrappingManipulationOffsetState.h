@@ -18,7 +18,8 @@ class RkTargetWrappingManipulationOffsetState
 
  protected:
   void registerComponents() override {
-    this->registerComponent(RkManipulation::RkTargetOffsetStateToken, &m_targetOffsetState);
+    this->registerComponent(RkManipulation::RkTargetOffsetStateToken, &m_targetOffsetState,
+                            "the state of the target offset");
   }
 
  private:

@@ -62,8 +62,10 @@ class RkManipulationActionDirectory
 
  protected:
   void registerComponents() override {
-    registerComponent(RkManipulation::RkSubdirectoryMapToken, &m_subdirectoryMap);
-    registerComponent(RkManipulation::RkActionMapToken, &m_actionMap);
+    registerComponent(RkManipulation::RkSubdirectoryMapToken, &m_subdirectoryMap,
+                      "the directories inside this one, by name");
+    registerComponent(RkManipulation::RkActionMapToken, &m_actionMap,
+                      "the actions of this directory, by name");
   }
 
  private:

@@ -50,7 +50,8 @@ class RkManipulationSequence : public RkXmlConcreteClass<RkManipulationSequence,
 
  protected:
   void registerComponents() override {
-    registerComponent(RkManipulation::RkManipulationFrameContainerVectorToken, &m_frameContainerVector);
+    registerComponent(RkManipulation::RkManipulationFrameContainerVectorToken, &m_frameContainerVector,
+                      "the frames, run one after another");
   }
 
  private:

@@ -52,8 +52,9 @@ class RkManipulationSequenceManager
 
  protected:
   void registerComponents() override {
-    registerComponent(RkManipulation::RkSequenceOrderToken, &m_sequenceOrder);
-    registerComponent(RkManipulation::RkSequenceMapToken, &m_sequenceMap);
+    registerComponent(RkManipulation::RkSequenceOrderToken, &m_sequenceOrder,
+                      "the names of the sequences to run, in order; a name may repeat");
+    registerComponent(RkManipulation::RkSequenceMapToken, &m_sequenceMap, "the sequences by name");
   }
 
  private:

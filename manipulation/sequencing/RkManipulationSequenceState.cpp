@@ -5,11 +5,14 @@
 #include "sequencing/RkManipulationTokens.h"
 
 void RkManipulationSequenceState::registerComponents() {
-  registerComponent(RkManipulation::RkCurrentFrameIndexToken, &m_currentFrameIndex);
-  registerComponent(RkManipulation::RkCurrentFrameNeedsInitToken, &m_currentFrameNeedsInit);
-  registerComponent(RkManipulation::RkCurrentFrameIsCompleteToken, &m_currentFrameIsComplete);
+  registerComponent(RkManipulation::RkCurrentFrameIndexToken, &m_currentFrameIndex,
+                    "index of the running frame, from 0");
+  registerComponent(RkManipulation::RkCurrentFrameNeedsInitToken, &m_currentFrameNeedsInit,
+                    "true: the running frame starts on the next update");
+  registerComponent(RkManipulation::RkCurrentFrameIsCompleteToken, &m_currentFrameIsComplete,
+                    "true: the running frame has ended and the next update moves on");
   registerComponent(RkManipulation::RkManipulationFrameStateContainerVectorToken,
-                    &m_frameStateContainerVector);
+                    &m_frameStateContainerVector, "the state of each frame, entry i for frame i");
 }
 
 void RkManipulationSequenceState::add(const RkManipulationFrameState& frameState) {

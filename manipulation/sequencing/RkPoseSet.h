@@ -31,8 +31,10 @@ class RkPoseSet : public RkXmlConcreteClass<RkPoseSet, RkXmlCompoundType, RkMani
 
  protected:
   void registerComponents() override {
-    registerComponent(RkManipulation::RkNameToken, &m_name);
-    registerComponent(RkManipulation::RkPoseMapToken, &m_poseMap);
+    registerComponent(RkManipulation::RkNameToken, &m_name, "the name of the pose set");
+    registerComponent(
+        RkManipulation::RkPoseMapToken, &m_poseMap,
+        "the poses by name: the placement of every end effector of the manipulator (m, quaternion w x y z)");
   }
 
  private:

@@ -26,12 +26,20 @@ RkManipulationWaypoint::RkManipulationWaypoint() : m_zoneRadius(0.1), m_extended
 }
 
 void RkManipulationWaypoint::registerComponents() {
-  registerComponent(RkManipulation::RkStopPointToken, &m_stopPoint);
-  registerComponent(RkManipulation::RkDesiredPlacementToken, &m_desiredPlacement);
-  registerComponent(RkManipulation::RkNameToken, &m_label);
-  registerComponent(RkManipulation::RkZoneRadiusToken, &m_zoneRadius);
-  registerComponent(RkManipulation::RkExtendedZoneRadiusToken, &m_extendedZoneRadius);
-  registerComponent(RkManipulation::RkWaypointInterpolatorContainerToken, &m_interpolatorContainer);
+  registerComponent(RkManipulation::RkStopPointToken, &m_stopPoint,
+                    "true: the motion stops at this waypoint (no rounded corner)");
+  registerComponent(RkManipulation::RkDesiredPlacementToken, &m_desiredPlacement,
+                    "the goal placements of every end effector, in the system frame (m, quaternion w x y z)");
+  registerComponent(
+      RkManipulation::RkNameToken, &m_label,
+      "a pose of the pose set whose placement the waypoint's end effector takes instead, or empty");
+  registerComponent(RkManipulation::RkZoneRadiusToken, &m_zoneRadius,
+                    "distance from the goal at which the corner towards the next waypoint begins, m; 0 "
+                    "switches rounding off");
+  registerComponent(RkManipulation::RkExtendedZoneRadiusToken, &m_extendedZoneRadius,
+                    "the wider distance used to shape the rounded corner, m");
+  registerComponent(RkManipulation::RkWaypointInterpolatorContainerToken, &m_interpolatorContainer,
+                    "how the path to this waypoint is shaped and timed");
 }
 
 void RkManipulationWaypoint::findGoalToUse(const RkPoseSet* poseSet) const {

@@ -1,7 +1,7 @@
 #pragma once
 // The waypoints of a waypoint sequence, in running order:
-//   <manipulationWaypointVector count="2"><element>...</element><element>...</element>
-//   </manipulationWaypointVector>
+//   <waypointSequence><manipulationWaypointVector count="2"><element>...</element><element>...</element>
+//   </manipulationWaypointVector></waypointSequence>
 #include "sequencing/RkManipulationTokens.h"
 #include "waypoints/RkManipulationWaypoint.h"
 #include "xml/RkXmlConcreteClass.h"

@@ -11,11 +11,17 @@ const RkEndEffectorSet RkWaypointSequence::m_theNullEndEffectorSet;
 const RkXmlVectorType<RkXmlBasicType<RkU32>> RkWaypointSequence::m_theNullU32Vector;
 
 void RkWaypointSequence::registerComponents() {
-  registerComponent(RkManipulation::RkManipulationWaypointVectorToken, &m_waypoints);
-  registerComponent(RkControl::RkActiveControlMethodToken, &m_controlMethodIndex);
-  registerComponent(RkControl::RkActiveEndEffectorSetToken, &m_endEffectorSetIndex);
-  registerComponent(RkControl::RkActiveControlDescriptionToken, &m_controlDescriptionIndex);
-  registerComponent(RkManipulation::RkEndEffectorIndexToken, &m_endEffectorIndex);
+  registerComponent(RkManipulation::RkManipulationWaypointVectorToken, &m_waypoints,
+                    "the waypoints, visited in order");
+  registerComponent(RkControl::RkActiveControlMethodToken, &m_controlMethodIndex,
+                    "index of the control method the controller uses");
+  registerComponent(
+      RkControl::RkActiveEndEffectorSetToken, &m_endEffectorSetIndex,
+      "index of the end-effector set the waypoints are for; 4294967295 means the controller's active set");
+  registerComponent(RkControl::RkActiveControlDescriptionToken, &m_controlDescriptionIndex,
+                    "index of the control description the controller uses");
+  registerComponent(RkManipulation::RkEndEffectorIndexToken, &m_endEffectorIndex,
+                    "index, from 0, of the end effector whose path is rounded and timed");
 }
 
 RkBoolean RkWaypointSequence::init(RkManipulationActionStateContainer& container) const {

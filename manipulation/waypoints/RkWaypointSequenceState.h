@@ -20,9 +20,12 @@ class RkWaypointSequenceState : public RkXmlConcreteClass<RkWaypointSequenceStat
 
  protected:
   void registerComponents() override {
-    registerComponent(RkManipulation::RkCurrentWaypointIndexToken, &m_currentWaypointIndex);
-    registerComponent(RkManipulation::RkCurrentWaypointNeedsInitToken, &m_currentWaypointNeedsInit);
-    registerComponent(RkManipulation::RkCurrentWaypointIsCompleteToken, &m_currentWaypointIsComplete);
+    registerComponent(RkManipulation::RkCurrentWaypointIndexToken, &m_currentWaypointIndex,
+                      "index of the waypoint being approached, from 0");
+    registerComponent(RkManipulation::RkCurrentWaypointNeedsInitToken, &m_currentWaypointNeedsInit,
+                      "true: the waypoint starts on the next update");
+    registerComponent(RkManipulation::RkCurrentWaypointIsCompleteToken, &m_currentWaypointIsComplete,
+                      "true: the waypoint is reached and the next update moves on");
   }
 
  private:

@@ -27,6 +27,7 @@ bool RkCoordinateSystemTransformation::approxEq(const RkCoordinateSystemTransfor
 }
 
 void RkCoordinateSystemTransformation::registerComponents() {
-  registerComponent(RkFoundCommon::RkTranslationToken, &m_translation);
-  registerComponent(RkFoundCommon::RkOrientationToken, &m_orientation);
+  registerComponent(RkFoundCommon::RkTranslationToken, &m_translation, "position x y z, m");
+  registerComponent(RkFoundCommon::RkOrientationToken, &m_orientation,
+                    "rotation as a unit quaternion w x y z");
 }

@@ -1,7 +1,7 @@
 #pragma once
 // A placement of one frame in another: a translation and an orientation. a * b applies b, then a.
-//   <desiredPlacement><translation>0.4 0 0.3</translation><orientation>1 0 0
-//   0</orientation></desiredPlacement>
+//   <coordinateSystemTransformation><translation>0.4 0 0.3</translation><orientation>1 0 0 0</orientation>
+//   </coordinateSystemTransformation>
 #include "xml/RkXmlCompoundType.h"
 #include "xml/RkXmlConcreteClass.h"
 #include "xml/RkXmlOrientation.h"

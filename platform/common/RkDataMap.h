@@ -1,6 +1,7 @@
 #pragma once
 // Named real values, such as the parameter a parametric frame publishes for its offsets:
-//   <dataMap><element><key>height</key><value>0.25</value></element></dataMap>
+//   <standardManipulationFrame>...<dataMap><element><key>height</key><value>0.25</value></element></dataMap>
+//   </standardManipulationFrame>
 #include <string>
 
 #include "xml/RkXmlBasicType.h"

@@ -3,6 +3,7 @@
 #include "control/RkControlTokens.h"
 
 void RkEndEffector::registerComponents() {
-  registerComponent(RkControl::RkLinkIdentifierToken, &m_linkIdentifier);
-  registerComponent(RkControl::RkMaximumAccelerationToken, &m_maximumAcceleration);
+  registerComponent(RkControl::RkLinkIdentifierToken, &m_linkIdentifier, "the link the end effector is on");
+  registerComponent(RkControl::RkMaximumAccelerationToken, &m_maximumAcceleration,
+                    "the end effector's largest acceleration, m/s2");
 }

@@ -21,5 +21,6 @@ RkEndEffectorPlacement RkEndEffectorPlacement::interpolation(const RkEndEffector
 }
 
 void RkEndEffectorPlacement::registerComponents() {
-  registerComponent(RkControl::RkPlacementToken, &m_placement);
+  registerComponent(RkControl::RkPlacementToken, &m_placement,
+                    "the end effector's placement (m, quaternion w x y z)");
 }

@@ -27,5 +27,6 @@ const RkEndEffectorSet& RkEndEffectorSet::nullObject() {
 }
 
 void RkEndEffectorSet::registerComponents() {
-  registerComponent(RkControl::RkEndEffectorsToken, &m_endEffectors);
+  registerComponent(RkControl::RkEndEffectorsToken, &m_endEffectors,
+                    "the end effectors of the set, in index order");
 }

@@ -15,5 +15,6 @@ RkReal RkFrameEndEffector::placementError(const RkCoordinateSystemTransformation
 
 void RkFrameEndEffector::registerComponents() {
   RkEndEffector::registerComponents();
-  registerComponent(RkControl::RkOrientationWeightLengthToken, &m_orientationWeightLength);
+  registerComponent(RkControl::RkOrientationWeightLengthToken, &m_orientationWeightLength,
+                    "the length an angle error is multiplied by to weigh against position error, m per rad");
 }

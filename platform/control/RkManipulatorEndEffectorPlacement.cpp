@@ -21,5 +21,6 @@ const RkManipulatorEndEffectorPlacement& RkManipulatorEndEffectorPlacement::null
 }
 
 void RkManipulatorEndEffectorPlacement::registerComponents() {
-  registerComponent(RkControl::RkOffsetTransformationsToken, &m_offsetTransformations);
+  registerComponent(RkControl::RkOffsetTransformationsToken, &m_offsetTransformations,
+                    "one placement per end effector, in end-effector order (m, quaternion w x y z)");
 }

@@ -29,9 +29,10 @@ RkBoolean RkIndividualManipulator::dhFrame(const std::string& linkIdentifier,
 }
 
 void RkIndividualManipulator::registerComponents() {
-  registerComponent(RkManipulator::RkNameToken, &m_name);
-  registerComponent(RkManipulator::RkBasePlacementToken, &m_basePlacement);
-  registerComponent(RkManipulator::RkLinksToken, &m_links);
+  registerComponent(RkManipulator::RkNameToken, &m_name, "the manipulator's name");
+  registerComponent(RkManipulator::RkBasePlacementToken, &m_basePlacement,
+                    "where the manipulator's base stands in the system frame (m, quaternion w x y z)");
+  registerComponent(RkManipulator::RkLinksToken, &m_links, "the links, each after its parent");
 }
 
 RkU32 RkIndividualManipulator::findLink(const std::string& identifier) const {

@@ -47,10 +47,15 @@ RkU32 RkManipulatorLink::indexIn(const char* caller, const RkManipulatorActivePo
 }
 
 void RkManipulatorLink::registerComponents() {
-  registerComponent(RkManipulator::RkIdentifierToken, &m_identifier);
-  registerComponent(RkManipulator::RkParentIndexToken, &m_parentIndex);
-  registerComponent(RkManipulator::RkFixedTransformationToken, &m_fixedTransformation);
-  registerComponent(RkManipulator::RkJointTypeToken, &m_jointType);
-  registerComponent(RkManipulator::RkJointAxisToken, &m_jointAxis);
-  registerComponent(RkManipulator::RkDhOffsetToken, &m_dhOffset);
+  registerComponent(RkManipulator::RkIdentifierToken, &m_identifier, "the link's name");
+  registerComponent(RkManipulator::RkParentIndexToken, &m_parentIndex,
+                    "index of the parent link, from 0; -1 for a link on the base");
+  registerComponent(RkManipulator::RkFixedTransformationToken, &m_fixedTransformation,
+                    "the joint frame in the parent's primary frame (m, quaternion w x y z)");
+  registerComponent(RkManipulator::RkJointTypeToken, &m_jointType,
+                    "how the joint moves: revolute (rad) or prismatic (m)");
+  registerComponent(RkManipulator::RkJointAxisToken, &m_jointAxis,
+                    "the joint's axis in the joint frame (unit vector)");
+  registerComponent(RkManipulator::RkDhOffsetToken, &m_dhOffset,
+                    "the link's DH frame in its primary frame (m, quaternion w x y z)");
 }

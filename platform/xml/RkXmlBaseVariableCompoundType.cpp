@@ -148,7 +148,9 @@ RkBoolean RkXmlBaseVariableCompoundType::write(RkXmlWriter& writer) const {
 void RkXmlBaseVariableCompoundType::writeSchema(RkXmlSchema& schema) const {
   schema.noteClass(*this);
   RkXmlObject::writeSchema(schema);
-  schema.openElement(RkXml::RkAddLibrariesToken, RkXmlOccurrence::Optional);
+  schema.openElement(
+      RkXml::RkAddLibrariesToken, RkXmlOccurrence::Optional,
+      "plug-in libraries to load before the element is read, by bare name from RK_PLUGIN_PATH");
   m_addLibraries.writeSchema(schema);
   schema.closeElement();
   const auto creators = creatorMap();

@@ -1,10 +1,5 @@
 #include "xml/RkXmlCompoundType.h"
 
-#include <cxxabi.h>
-
-#include <cstdlib>
-#include <typeinfo>
-
 #include "xml/RkXmlObjectVisitor.h"
 #include "xml/RkXmlReader.h"
 #include "xml/RkXmlSchema.h"
@@ -30,12 +25,13 @@ RkXmlCompoundType::ComponentList RkXmlCompoundType::buildComponents(RkXmlCompoun
 }
 
 void RkXmlCompoundType::addComponent(const RkToken& tag, const RkXmlObject* field, ComponentKind kind,
-                                     bool (*equal)(const RkXmlObject&, const RkXmlObject&)) {
+                                     bool (*equal)(const RkXmlObject&, const RkXmlObject&),
+                                     const char* description) {
   // Only the framework's one call per class registers; a class calling it itself registers nothing.
   if (!t_building || t_prototype != this) return;
   const std::ptrdiff_t offset = reinterpret_cast<const char*>(field) -
                                 reinterpret_cast<const char*>(static_cast<const RkXmlCompoundType*>(this));
-  t_building->push_back({tag, offset, kind, equal});
+  t_building->push_back({tag, offset, kind, equal, description});
 }
 
 bool RkXmlCompoundType::operator==(const RkXmlCompoundType& other) const {
@@ -110,16 +106,7 @@ RkBoolean RkXmlCompoundType::write(RkXmlWriter& writer) const {
 }
 
 std::string RkXmlCompoundType::schemaTypeName() const {
-  const char* mangled = typeid(*this).name();
-  int status = 0;
-  char* demangled = abi::__cxa_demangle(mangled, nullptr, nullptr, &status);
-  std::string name = status == 0 && demangled ? demangled : mangled;
-  std::free(demangled);
-  for (char& c : name) {
-    const bool word = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
-    if (!word) c = '_';
-  }
-  return name;
+  return RkXmlSchema::className(*this);
 }
 
 void RkXmlCompoundType::writeSchema(RkXmlSchema& schema) const {
@@ -128,9 +115,10 @@ void RkXmlCompoundType::writeSchema(RkXmlSchema& schema) const {
   schema.useAllGroup();
   for (const Component& field : components()) {
     if (field.kind == ComponentKind::Attribute) {
-      schema.attribute(field.tag, static_cast<const RkXmlTextType&>(field.in(*this)).schemaTypeName());
+      schema.attribute(field.tag, static_cast<const RkXmlTextType&>(field.in(*this)).schemaTypeName(),
+                       field.description);
     } else {
-      schema.openElement(field.tag, RkXmlOccurrence::Optional);
+      schema.openElement(field.tag, RkXmlOccurrence::Optional, field.description);
       field.in(*this).writeSchema(schema);
       schema.closeElement();
     }

@@ -13,12 +13,14 @@
 class RkXmlCompoundType : public RkXmlObject {
  public:
   enum class ComponentKind { Element, ReadOnlyElement, Attribute };
-  // One field of a class: its tag, where it lies from the compound's start, and how two of it compare.
+  // One field of a class: its tag, where it lies from the compound's start, how two of it compare, and
+  // what it is in a line, with its unit (the schema's documentation; may be null).
   struct Component {
     RkToken tag;
     std::ptrdiff_t offset;
     ComponentKind kind;
     bool (*equal)(const RkXmlObject& a, const RkXmlObject& b);
+    const char* description;
 
     RkXmlObject& in(RkXmlCompoundType& owner) const {
       return *reinterpret_cast<RkXmlObject*>(reinterpret_cast<char*>(&owner) + offset);
@@ -49,22 +51,23 @@ class RkXmlCompoundType : public RkXmlObject {
   static ComponentList buildComponents(RkXmlCompoundType& prototype);
 
  protected:
-  // Registers every field; derived classes register their base's fields first.
+  // Registers every field; derived classes register their base's fields first. A field's description says
+  // in a line what it is, with its unit where it has one ("how long the frame lasts, s").
   virtual void registerComponents() {}
   template <class Field>
-  void registerComponent(const RkToken& tag, Field* field) {
-    addComponent(tag, field, ComponentKind::Element, &equalFields<Field>);
+  void registerComponent(const RkToken& tag, Field* field, const char* description = nullptr) {
+    addComponent(tag, field, ComponentKind::Element, &equalFields<Field>, description);
   }
   // Written, but ignored when reading: the document cannot change it.
   template <class Field>
-  void registerComponentReadOnly(const RkToken& tag, Field* field) {
-    addComponent(tag, field, ComponentKind::ReadOnlyElement, &equalFields<Field>);
+  void registerComponentReadOnly(const RkToken& tag, Field* field, const char* description = nullptr) {
+    addComponent(tag, field, ComponentKind::ReadOnlyElement, &equalFields<Field>, description);
   }
   // Written as an attribute of this object's element.
   template <class Field>
-  void registerAttributeComponent(const RkToken& tag, Field* field) {
+  void registerAttributeComponent(const RkToken& tag, Field* field, const char* description = nullptr) {
     static_assert(std::is_base_of<RkXmlTextType, Field>::value, "an attribute holds one text value");
-    addComponent(tag, field, ComponentKind::Attribute, &equalFields<Field>);
+    addComponent(tag, field, ComponentKind::Attribute, &equalFields<Field>, description);
   }
 
  private:
@@ -73,5 +76,5 @@ class RkXmlCompoundType : public RkXmlObject {
     return static_cast<const Field&>(a) == static_cast<const Field&>(b);
   }
   void addComponent(const RkToken& tag, const RkXmlObject* field, ComponentKind kind,
-                    bool (*equal)(const RkXmlObject&, const RkXmlObject&));
+                    bool (*equal)(const RkXmlObject&, const RkXmlObject&), const char* description);
 };

@@ -144,11 +144,11 @@ class RkXmlMapType : public RkXmlConcreteClass<RkXmlMapType<K, V>, RkXmlObject, 
 
   void writeSchema(RkXmlSchema& schema) const override {
     RkXmlObject::writeSchema(schema);
-    schema.openElement(RkXml::RkElementToken, RkXmlOccurrence::Many);
-    schema.openElement(RkXml::RkKeyToken, RkXmlOccurrence::Once);
+    schema.openElement(RkXml::RkElementToken, RkXmlOccurrence::Many, "one entry of the map");
+    schema.openElement(RkXml::RkKeyToken, RkXmlOccurrence::Once, "the name of the entry, unique in the map");
     K().writeSchema(schema);
     schema.closeElement();
-    schema.openElement(RkXml::RkValueToken, RkXmlOccurrence::Once);
+    schema.openElement(RkXml::RkValueToken, RkXmlOccurrence::Once, "what the entry holds");
     V().writeSchema(schema);
     schema.closeElement();
     schema.closeElement();

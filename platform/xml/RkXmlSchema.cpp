@@ -1,5 +1,8 @@
 #include "xml/RkXmlSchema.h"
 
+#include <cxxabi.h>
+
+#include <cstdlib>
 #include <typeinfo>
 
 #include "xml/RkXmlObject.h"
@@ -11,6 +14,8 @@ struct RkXmlSchema::Node {
   RkXmlOccurrence occurrence = RkXmlOccurrence::Once;
   bool choice = false;
   std::string typeName;  // a named complex type or a simple type
+  std::string documentation;
+  std::string className;  // of a root that is not a named type
   std::unique_ptr<Content> content;
   std::vector<std::unique_ptr<Node>> alternatives;
 };
@@ -21,7 +26,12 @@ struct RkXmlSchema::Content {
   std::vector<std::string> enumeration;
   bool hasEnumeration = false;
   std::vector<std::unique_ptr<Node>> particles;
-  std::vector<std::pair<std::string, std::string>> attributes;
+  struct Attribute {
+    std::string name;
+    std::string type;
+    std::string documentation;
+  };
+  std::vector<Attribute> attributes;
 };
 
 // Where declarations go: an open element (its content made on demand), a named type, or a choice.
@@ -85,8 +95,26 @@ RkXmlSchema::Node& RkXmlSchema::addParticle(const std::string& name, RkXmlOccurr
   return *made;
 }
 
-void RkXmlSchema::openElement(const RkToken& tag, RkXmlOccurrence occurrence) {
+void RkXmlSchema::setClassDescriptions(std::map<std::string, std::string> descriptions) {
+  m_classDescriptions = std::move(descriptions);
+}
+
+std::string RkXmlSchema::className(const RkXmlObject& object) {
+  const char* mangled = typeid(object).name();
+  int status = 0;
+  char* demangled = abi::__cxa_demangle(mangled, nullptr, nullptr, &status);
+  std::string name = status == 0 && demangled ? demangled : mangled;
+  std::free(demangled);
+  for (char& c : name) {
+    const bool word = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+    if (!word) c = '_';
+  }
+  return name;
+}
+
+void RkXmlSchema::openElement(const RkToken& tag, RkXmlOccurrence occurrence, const char* description) {
   Node& node = addParticle(std::string(tag.localName()), occurrence, false);
+  if (description) node.documentation = description;
   m_contexts.push_back({&node, nullptr, nullptr});
 }
 
@@ -109,8 +137,9 @@ void RkXmlSchema::textEnumeration(const std::vector<std::string>& values) {
   content.enumeration = values;
 }
 
-void RkXmlSchema::attribute(const RkToken& name, const std::string& simpleType) {
-  currentContent().attributes.emplace_back(std::string(name.localName()), simpleType);
+void RkXmlSchema::attribute(const RkToken& name, const std::string& simpleType, const char* description) {
+  currentContent().attributes.push_back(
+      {std::string(name.localName()), simpleType, description ? description : ""});
 }
 
 void RkXmlSchema::useAllGroup() {
@@ -152,24 +181,41 @@ void RkXmlSchema::addRoot(const RkXmlObject& object) {
   if (!m_rootTags.insert(object.token()).second) return;
   m_contexts.resize(1);
   openElement(object.token(), RkXmlOccurrence::Once);
+  m_contexts.back().element->className = className(object);
   object.writeSchema(*this);
   closeElement();
 }
 
 namespace {
 
-template <class Node, class Content>
-void printContent(std::string& out, const Content& content, int depth);
+typedef std::map<std::string, std::string> Descriptions;
+
+// The text of a class's description, or empty.
+std::string describe(const Descriptions& descriptions, const std::string& className) {
+  const auto found = descriptions.find(className);
+  return found == descriptions.end() ? std::string() : found->second;
+}
+
+void printAnnotation(std::string& out, const std::string& documentation, int depth) {
+  if (documentation.empty()) return;
+  indent(out, depth);
+  out += "<xs:annotation><xs:documentation>";
+  RkXmlWriter::appendEscaped(out, documentation, false);
+  out += "</xs:documentation></xs:annotation>\n";
+}
 
 template <class Node, class Content>
-void printElement(std::string& out, const Node& node, int depth) {
+void printContent(std::string& out, const Content& content, int depth, const Descriptions& descriptions);
+
+template <class Node, class Content>
+void printElement(std::string& out, const Node& node, int depth, const Descriptions& descriptions) {
   indent(out, depth);
   if (node.choice) {
     out += "<xs:choice";
     out += occurrenceText(node.occurrence);
     out += ">\n";
     for (const auto& alternative : node.alternatives)
-      printElement<Node, Content>(out, *alternative, depth + 1);
+      printElement<Node, Content>(out, *alternative, depth + 1, descriptions);
     indent(out, depth);
     out += "</xs:choice>\n";
     return;
@@ -178,11 +224,24 @@ void printElement(std::string& out, const Node& node, int depth) {
   RkXmlWriter::appendEscaped(out, node.name, true);
   out += '"';
   out += occurrenceText(node.occurrence);
+  // An element's own description first, else that of its class.
+  std::string documentation = node.documentation;
+  if (documentation.empty()) documentation = describe(descriptions, node.className);
+  if (documentation.empty()) documentation = describe(descriptions, node.typeName);
   if (!node.typeName.empty()) {
-    out += " type=\"" + qualified(node.typeName) + "\"/>\n";
+    out += " type=\"" + qualified(node.typeName) + "\"";
+    if (documentation.empty()) {
+      out += "/>\n";
+      return;
+    }
+    out += ">\n";
+    printAnnotation(out, documentation, depth + 1);
+    indent(out, depth);
+    out += "</xs:element>\n";
     return;
   }
   out += ">\n";
+  printAnnotation(out, documentation, depth + 1);
   if (node.content && node.content->hasEnumeration && node.content->attributes.empty()) {
     indent(out, depth + 1);
     out += "<xs:simpleType>\n";
@@ -201,7 +260,7 @@ void printElement(std::string& out, const Node& node, int depth) {
   } else {
     indent(out, depth + 1);
     out += "<xs:complexType>\n";
-    if (node.content) printContent<Node, Content>(out, *node.content, depth + 2);
+    if (node.content) printContent<Node, Content>(out, *node.content, depth + 2, descriptions);
     indent(out, depth + 1);
     out += "</xs:complexType>\n";
   }
@@ -210,7 +269,7 @@ void printElement(std::string& out, const Node& node, int depth) {
 }
 
 template <class Node, class Content>
-void printContent(std::string& out, const Content& content, int depth) {
+void printContent(std::string& out, const Content& content, int depth, const Descriptions& descriptions) {
   if (!content.simpleType.empty()) {
     indent(out, depth);
     out += "<xs:simpleContent>\n";
@@ -219,14 +278,23 @@ void printContent(std::string& out, const Content& content, int depth) {
   } else if (!content.particles.empty()) {
     indent(out, depth);
     out += content.all ? "<xs:all>\n" : "<xs:sequence>\n";
-    for (const auto& particle : content.particles) printElement<Node, Content>(out, *particle, depth + 1);
+    for (const auto& particle : content.particles)
+      printElement<Node, Content>(out, *particle, depth + 1, descriptions);
     indent(out, depth);
     out += content.all ? "</xs:all>\n" : "</xs:sequence>\n";
   }
   const int attributeDepth = content.simpleType.empty() ? depth : depth + 2;
   for (const auto& attribute : content.attributes) {
     indent(out, attributeDepth);
-    out += "<xs:attribute name=\"" + attribute.first + "\" type=\"" + qualified(attribute.second) + "\"/>\n";
+    out += "<xs:attribute name=\"" + attribute.name + "\" type=\"" + qualified(attribute.type) + "\"";
+    if (attribute.documentation.empty()) {
+      out += "/>\n";
+      continue;
+    }
+    out += ">\n";
+    printAnnotation(out, attribute.documentation, attributeDepth + 1);
+    indent(out, attributeDepth);
+    out += "</xs:attribute>\n";
   }
   if (!content.simpleType.empty()) {
     indent(out, depth + 1);
@@ -269,10 +337,11 @@ std::string RkXmlSchema::text() const {
       "      <xs:length value=\"4\"/>\n"
       "    </xs:restriction>\n"
       "  </xs:simpleType>\n";
-  for (const auto& root : m_roots->particles) printElement<Node, Content>(out, *root, 1);
+  for (const auto& root : m_roots->particles) printElement<Node, Content>(out, *root, 1, m_classDescriptions);
   for (const auto& named : m_namedTypes) {
     out += "  <xs:complexType name=\"" + named.first + "\">\n";
-    printContent<Node, Content>(out, *named.second, 2);
+    printAnnotation(out, describe(m_classDescriptions, named.first), 2);
+    printContent<Node, Content>(out, *named.second, 2, m_classDescriptions);
     out += "  </xs:complexType>\n";
   }
   out += "</xs:schema>\n";

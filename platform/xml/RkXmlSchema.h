@@ -2,6 +2,7 @@
 // Builds an XML Schema (XSD) of the documents that objects write. Each object's writeSchema declares its
 // content into the element the schema has open; compound classes become named types, which also ends
 // recursion (a sequence holding frames holding sequences).
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
@@ -31,15 +32,22 @@ class RkXmlSchema {
   // The XSD of the documents whose root is object.
   static std::string writeString(const RkXmlObject& object);
 
+  // What each class is, in a line, by class name: the documentation of its type and of every element of
+  // that type that has no description of its own.
+  void setClassDescriptions(std::map<std::string, std::string> descriptions);
+  // The name of object's class as a schema type name (its C++ name, other characters made '_').
+  static std::string className(const RkXmlObject& object);
+
   // Declares a child element of the content being declared; its own content follows until closeElement.
-  void openElement(const RkToken& tag, RkXmlOccurrence occurrence);
+  // The description, if any, becomes the element's documentation.
+  void openElement(const RkToken& tag, RkXmlOccurrence occurrence, const char* description = nullptr);
   void closeElement();
   // The open element holds text of a simple type ("xs:string", "rkReal", ...).
   void textContent(const std::string& simpleType);
   // The open element holds one of these strings.
   void textEnumeration(const std::vector<std::string>& values);
   // The open element (or named type) has an unqualified attribute.
-  void attribute(const RkToken& name, const std::string& simpleType);
+  void attribute(const RkToken& name, const std::string& simpleType, const char* description = nullptr);
   // The open element's children may come in any order (each at most once).
   void useAllGroup();
   // Children declared until closeChoice are alternatives.
@@ -70,4 +78,5 @@ class RkXmlSchema {
   std::set<std::string> m_classNames;
   std::set<RkToken> m_rootTags;
   std::vector<std::unique_ptr<RkXmlObject>> m_classes;
+  std::map<std::string, std::string> m_classDescriptions;
 };

@@ -194,14 +194,15 @@ class RkXmlVectorType : public RkXmlConcreteClass<RkXmlVectorType<T>, RkXmlObjec
     RkXmlObject::writeSchema(schema);
     const T prototype;
     if (prototype.isBasicType()) {
-      schema.openElement(RkXml::RkGroupToken, RkXmlOccurrence::Optional);
+      schema.openElement(RkXml::RkGroupToken, RkXmlOccurrence::Optional,
+                         "the values of the list, separated by blanks");
       schema.textContent("xs:string");
     } else {
-      schema.openElement(RkXml::RkElementToken, RkXmlOccurrence::Many);
+      schema.openElement(RkXml::RkElementToken, RkXmlOccurrence::Many, "one item of the list");
       prototype.writeSchema(schema);
     }
     schema.closeElement();
-    schema.attribute(RkXml::RkCountToken, "xs:unsignedInt");
+    schema.attribute(RkXml::RkCountToken, "xs:unsignedInt", "how many items the list holds");
   }
 
  private:

@@ -5,6 +5,7 @@
 #include "manipulator/RkPositionState.h"
 #include "sequencing/RkManipulationVocabulary.h"
 #include "simulation/RkSimulatedEndEffectorSets.h"
+#include "tools/rkmanip/RkClassDescriptions.h"
 #include "xml/RkXmlSchema.h"
 
 namespace RkVocabulary {
@@ -21,6 +22,7 @@ const RkXmlSchema& vocabulary() {
     built->addRoot(RkIndividualManipulator());
     built->addRoot(RkPositionState());
     built->addEveryClassAsRoot();
+    built->setClassDescriptions(RkClassDescriptions::byClassName());
     return built;
   }();
   return *schema;
